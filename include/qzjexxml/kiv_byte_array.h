@@ -1,0 +1,104 @@
+// KIVByteArray: an owned block of raw bytes with a length. It carries whole files between the file
+// functions, the XML parser and the crypto library.
+//
+// The crypto library reads and fills the same objects, so the order of the fields and of the virtual
+// functions and the rule by which blocks are freed are a binary contract. All of the class is inline.
+#ifndef QZJEXXML_KIV_BYTE_ARRAY_H
+#define QZJEXXML_KIV_BYTE_ARRAY_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+// A record of 20 bytes on 32-bit x86. An array of length 0 holds no block: its `data` is null.
+//
+// Blocks come from new[] and go back with delete[], and an array frees its block only when `owns` is
+// set. Who stores a block here allocates it with new[] of the same C++ runtime, or clears `owns`.
+//
+// Not synchronised. Functions that allocate throw std::bad_alloc and then leave *this as it was.
+class __attribute__((visibility("default"))) KIVByteArray {
+ public:
+  KIVByteArray() = default;
+
+  // Holds a copy of `count` bytes. REQUIRES: `bytes` is valid for `count` bytes; it may be null for 0.
+  KIVByteArray(const char* bytes, std::uint32_t count) {
+    if (count != 0) {
+      data = new char[count];
+      length = count;
+      std::memcpy(data, bytes, count);
+    }
+  }
+
+  // Copies the bytes into a block of its own, which it owns whoever owns the other's.
+  KIVByteArray(const KIVByteArray& other) : KIVByteArray(other.data, other.holdsData() ? other.length : 0) {}
+
+  // Takes the other's block, and with it the duty to free it; the other is empty afterwards.
+  KIVByteArray(KIVByteArray&& other) noexcept { take(other); }
+
+  // Frees the block held so far; assigning an empty array empties the target.
+  KIVByteArray& operator=(const KIVByteArray& other) {
+    if (this != &other) {
+      *this = KIVByteArray(other);
+    }
+    return *this;
+  }
+
+  KIVByteArray& operator=(KIVByteArray&& other) noexcept {
+    if (this != &other) {
+      clear();
+      take(other);
+    }
+    return *this;
+  }
+
+  virtual ~KIVByteArray() { freeBlock(); }
+
+  // Frees the block if the array owns one, and leaves the array as it was when constructed empty.
+  virtual void clear() {
+    freeBlock();
+    forgetBlock();
+  }
+
+  // The fields are read and written by everyone who works with arrays.
+  char* data = nullptr;
+  std::uint32_t length = 0;    // bytes in the block; no terminating NUL is stored or counted
+  std::uint32_t reserved = 0;  // part of the layout, without meaning here
+  bool owns = true;            // the array frees the block itself
+
+ private:
+  bool holdsData() const { return data != nullptr && length != 0; }
+
+  void freeBlock() {
+    if (holdsData() && owns) {
+      delete[] data;
+    }
+  }
+
+  void forgetBlock() {
+    data = nullptr;
+    length = 0;
+    reserved = 0;
+    owns = true;
+  }
+
+  void take(KIVByteArray& other) {
+    data = other.data;
+    length = other.length;
+    reserved = other.reserved;
+    owns = other.owns;
+    other.forgetBlock();
+  }
+};
+
+#if defined(__i386__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(sizeof(KIVByteArray) == 20, "the crypto library expects a record of 20 bytes");
+static_assert(offsetof(KIVByteArray, data) == 4, "the virtual-table pointer comes first");
+static_assert(offsetof(KIVByteArray, length) == 8, "length follows data");
+static_assert(offsetof(KIVByteArray, reserved) == 12, "reserved follows length");
+static_assert(offsetof(KIVByteArray, owns) == 16, "owns follows reserved");
+#pragma GCC diagnostic pop
+#endif
+
+#endif  // QZJEXXML_KIV_BYTE_ARRAY_H

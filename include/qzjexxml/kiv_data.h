@@ -1,0 +1,76 @@
+// KIVData: the record of one archive manifest, and the types of its members.
+//
+// The record is built from std::map, std::vector and std::string, so a consumer uses the same compiler
+// and standard library as this library. The order of the fields is part of the interface.
+#ifndef QZJEXXML_KIV_DATA_H
+#define QZJEXXML_KIV_DATA_H
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+// A NUL-terminated text that the holder may own.
+class CStringHolder {
+ public:
+  CStringHolder() = default;
+
+  // A copy of an owned text has a block of its own; a text that is not owned is shared.
+  CStringHolder(const CStringHolder& other) : isDefault(other.isDefault) { set(other.str, other.owned); }
+  CStringHolder& operator=(const CStringHolder& other) {
+    if (this != &other) {
+      set(other.str, other.owned);
+      isDefault = other.isDefault;
+    }
+    return *this;
+  }
+
+  ~CStringHolder() { freeText(); }
+
+  // Gives up the text held so far and holds `text`, which may be null: a copy of its own in a block
+  // from new[] when `copy` is true, else the pointer, which must then outlive its use. `isDefault`
+  // stays as it is. Throws std::bad_alloc and then leaves the holder as it was.
+  void set(const char* text, bool copy) {
+    char* held = const_cast<char*>(text);
+    if (copy && text != nullptr) {
+      const std::size_t size = std::strlen(text) + 1;
+      held = new char[size];
+      std::memcpy(held, text, size);
+    }
+    freeText();
+    str = held;
+    owned = copy;
+  }
+
+  bool isDefault = true;  // false in every entry of a loaded record
+  char* str = nullptr;
+  bool owned = false;  // `str` is freed with delete[]
+
+ private:
+  void freeText() {
+    if (owned) {
+      delete[] str;
+    }
+  }
+};
+
+// Where one file of the file map is restored.
+struct FileMapEntry {
+  CStringHolder holder;  // null text in every entry of a loaded record
+  std::string target;    // directory (or its rename) + "/" + file name (or its rename)
+};
+
+// The content of one archive manifest. All texts are in the local code page and stand as composed:
+// nothing is trimmed or normalised. Of entries with the same key the document's last one counts.
+struct KIVData {
+  // Source path (root path + "/" + directory + "/" + file name) to destination.
+  std::map<std::string, FileMapEntry> fileMap;
+  // Root macro name to absolute path.
+  std::map<std::string, std::string> rootMacros;
+  // Search path in document order, duplicates kept.
+  std::vector<std::string> varnixPath;
+  // Always empty.
+  std::vector<std::string> reservedStrings;
+};
+
+#endif  // QZJEXXML_KIV_DATA_H

@@ -1,0 +1,154 @@
+// Readers over an open file stream: KIVFileReader, which reads a file whole or piece by piece through
+// a transform that a subclass supplies, and KIVFileReaderWithoutTransform, which passes the bytes on.
+//
+// The order of the fields and of the virtual functions is a binary contract. All of it is inline.
+#ifndef QZJEXXML_KIV_FILE_READER_H
+#define QZJEXXML_KIV_FILE_READER_H
+
+#include <qzjexxml/kiv_byte_array.h>
+
+#include <cstdint>
+#include <fstream>
+
+// The parameter of KIVFileReader::readAll. The readers of this library don't look at it.
+struct KIVReadParam {
+  KIVReadParam() = default;
+  KIVReadParam(const KIVReadParam&) = delete;
+  KIVReadParam& operator=(const KIVReadParam&) = delete;
+  ~KIVReadParam() {
+    if (ownsBlock) {
+      delete[] block;
+    }
+  }
+
+  bool enabled = true;
+  char* block = nullptr;   // from new[]
+  bool ownsBlock = false;  // `block` is freed with delete[] when the parameter dies
+};
+
+// Reads from a stream that its caller opened, in binary mode, and keeps alive as long as the reader:
+// the reader never opens, closes or deletes it. No operation prints anything; the only exception is
+// std::bad_alloc. One thread at a time.
+class __attribute__((visibility("default"))) KIVFileReader {
+ public:
+  // `file` may be null: such a reader has nothing to read.
+  explicit KIVFileReader(std::ifstream* file) : stream(file), more(streamIsGood()) {}
+  KIVFileReader(const KIVFileReader&) = delete;
+  KIVFileReader& operator=(const KIVFileReader&) = delete;
+  virtual ~KIVFileReader() = default;
+
+  // The name of the transform, never null.
+  virtual const char* transformName() = 0;
+
+  // Reads up to `count` bytes through the transform into `buffer`. Returns how many were delivered,
+  // 0 at the end of the file, or -1 when the stream failed.
+  virtual int doRead(char* buffer, int count) = 0;
+
+  // Resets the error code, then reads as doRead does.
+  virtual int read(char* buffer, int count) {
+    error = 0;
+    return doRead(buffer, count);
+  }
+
+  // Reads the file's raw bytes, from its first to its last whatever the read position, which stays
+  // as it was. Returns an array inside the reader: it is valid until the next readAll or the
+  // reader's end, and may be moved from.
+  //
+  // The array is empty when the stream is missing, closed, not good or cannot be sized (a pipe), when
+  // the file is empty or of 2 GiB or more, and when reading fails; it is never partly filled. Of a
+  // file that shrinks meanwhile it holds what was left.
+  virtual KIVByteArray& readAll() {
+    error = 0;
+    return readAll(KIVReadParam());
+  }
+
+  virtual KIVByteArray& readAll([[maybe_unused]] KIVReadParam param) {
+    error = 0;
+    bytes.clear();
+    if (!streamIsGood()) {
+      return bytes;
+    }
+    const std::streampos position = stream->tellg();
+    const std::streamoff size = stream->seekg(0, std::ios::end).tellg();
+    stream->seekg(0);
+    if (!stream->good()) {
+      stream->clear();  // a stream that cannot be sized can still be read piece by piece
+      return bytes;
+    }
+    if (size > 0 && size <= INT32_MAX) {
+      bytes = readBlock(static_cast<std::uint32_t>(size));
+    }
+    stream->seekg(position);
+    return bytes;
+  }
+
+  // More can be read from the stream, as far as is known.
+  virtual bool hasMore() { return more; }
+
+  // The code of the last operation's error; 0 means none. The readers of this library set no other.
+  virtual int lastError() { return error; }
+
+  virtual bool isOk() { return error == 0; }
+
+  // 0 for a good stream, -1000 for one that is null or has no open file, -1001 for one with any of
+  // the flags fail, bad and end of file.
+  virtual int streamStatus() {
+    if (stream == nullptr || !stream->is_open()) {
+      return -1000;
+    }
+    return stream->good() ? 0 : -1001;
+  }
+
+ protected:
+  std::ifstream* stream;  // not owned
+  KIVByteArray bytes;
+  bool more;
+  std::int32_t error = 0;
+
+ private:
+  bool streamIsGood() const { return stream != nullptr && stream->is_open() && stream->good(); }
+
+  // The next `size` bytes of the stream, or all up to the end of a file that has become shorter;
+  // none when reading fails, which leaves the stream's bad flag set.
+  KIVByteArray readBlock(std::uint32_t size) {
+    KIVByteArray block;
+    block.data = new char[size];
+    block.length = size;
+    stream->read(block.data, static_cast<std::streamsize>(size));
+    const auto got = static_cast<std::uint32_t>(stream->gcount());
+    if (stream->bad() || got == 0) {
+      block.clear();
+    } else {
+      block.length = got;
+    }
+    if (!stream->bad()) {
+      stream->clear();
+    }
+    return block;
+  }
+};
+
+// Delivers the file's bytes as they are.
+class __attribute__((visibility("default"))) KIVFileReaderWithoutTransform : public KIVFileReader {
+ public:
+  explicit KIVFileReaderWithoutTransform(std::ifstream* file) : KIVFileReader(file) {}
+
+  const char* transformName() override { return ""; }
+
+  int doRead(char* buffer, int count) override {
+    if (stream == nullptr) {
+      return -1;
+    }
+    int delivered = 0;
+    if (stream->good() && count > 0) {
+      delivered = static_cast<int>(stream->read(buffer, count).gcount());
+    }
+    if (stream->eof()) {
+      more = false;
+      return delivered;
+    }
+    return stream->good() ? delivered : -1;
+  }
+};
+
+#endif  // QZJEXXML_KIV_FILE_READER_H

@@ -1,0 +1,62 @@
+// libqzjexxml: reads the XML description files of the packaging tool chain, and whole files.
+//
+// Diagnostics are lines on the standard error stream (std::cerr); the texts stand with each function.
+// Allocation failures reach the caller as std::bad_alloc, with everything released that the call made.
+#ifndef QZJEXXML_QZJEXXML_H
+#define QZJEXXML_QZJEXXML_H
+
+#include <qzjexxml/kiv_byte_array.h>
+#include <qzjexxml/kiv_data.h>
+#include <qzjexxml/kiv_file_reader.h>
+
+#define QZJEXXML_EXPORT __attribute__((visibility("default")))
+
+extern "C" {
+
+// The library's version, "7.1.0.144", and the date of that version.
+QZJEXXML_EXPORT extern const char* libqzjexxml_version;
+QZJEXXML_EXPORT extern const char* libqzjexxml_build_date;
+
+// Loads the archive manifest `fileName` into a new record and stores it in `*handle`; the caller owns
+// it until TermKIVData.
+//
+// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
+//
+// Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load
+// fails: the record is then empty (after an exception during the build: filled with what was built
+// before it), and only the standard error stream tells. A load that succeeds writes nothing. Messages:
+//
+//   the text of ReadXmlFile, then "Error building input source"   the file cannot be read
+//   "Error at file "JexXml", line L, column C" or "Fatal Error at file ...", then a line
+//   "   Message: ...", for each error; then "Error buiding DOM"   the document is not well-formed XML,
+//                                                                 or not valid by its own DTD
+//   "Error during Xerces-c Initialization.", then a line
+//   "  Exception message:..."                                     the parser library does not start
+//   "An error occurred Inside buildKivMaster", "A DOM error occurred Inside buildKivMaster" or
+//   "Error Allocating Common Strings"                             the document cannot be walked
+//
+// The library calls every document "JexXml" in its messages, whatever the file's name.
+QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
+
+// Destroys the record in `*handle` and sets the handle to null; does nothing for a null record.
+// Returns 1. May run at any time, on any thread. REQUIRES: `handle` is not null.
+QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
+
+// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees
+// with delete[]; null, after a message, when there is none to return. The length is not returned.
+// Messages as for the other ReadXmlFile.
+QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
+
+}  // extern "C"
+
+// Reads any file into `out`, byte for byte, and returns true. Returns false after a message, with
+// `out` unchanged:
+//
+//   "Parameter Error!"                  `fileName` is null or empty
+//   "Could not open file: " + fileName  it cannot be opened
+//   "Nothing to read!"                  it is empty, of 2 GiB or more, not a regular file, or reading fails
+//
+// Thread-safe as long as `out` is not shared.
+QZJEXXML_EXPORT bool ReadXmlFile(const char* fileName, KIVByteArray& out);
+
+#endif  // QZJEXXML_QZJEXXML_H

@@ -1,0 +1,224 @@
+#include "nuvo.h"
+
+#include <iconv.h>
+#include <langinfo.h>
+
+#include <array>
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr const char* utf16 = "UTF-16LE";
+constexpr std::size_t escapeLength = 6;  // \uXXXX
+
+const char* localCodePage() {
+  const std::string_view locale = nl_langinfo(_NL_LOCALE_NAME(LC_CTYPE));
+  return locale == "C" || locale == "POSIX" ? "UTF-8" : nl_langinfo(CODESET);
+}
+
+// A conversion descriptor. A pair of code pages that iconv does not know gives one that converts nothing.
+class Conversion {
+ public:
+  Conversion(const char* to, const char* from) : descriptor(iconv_open(to, from)) {}
+  Conversion(const Conversion&) = delete;
+  Conversion& operator=(const Conversion&) = delete;
+  ~Conversion() {
+    if (isOpen()) {
+      iconv_close(descriptor);
+    }
+  }
+
+  // Converts `input`, which is advanced past what could be converted, and appends the result. False
+  // when the beginning of what remains cannot be converted.
+  template <typename To, typename From>
+  bool append(std::basic_string<To>& output, std::basic_string_view<From>& input) const {
+    if (!isOpen()) {
+      return false;
+    }
+    iconv(descriptor, nullptr, nullptr, nullptr, nullptr);
+    char* in = const_cast<char*>(reinterpret_cast<const char*>(input.data()));
+    std::size_t inLeft = input.size() * sizeof(From);
+    const bool whole = appendChunks(output, &in, &inLeft);
+    input.remove_prefix(input.size() - inLeft / sizeof(From));
+    // Some code pages hold the last character back until they have seen the next one.
+    return appendChunks(output, nullptr, nullptr) && whole;
+  }
+
+ private:
+  bool isOpen() const { return descriptor != reinterpret_cast<iconv_t>(-1); }
+
+  template <typename To>
+  bool appendChunks(std::basic_string<To>& output, char** in, std::size_t* inLeft) const {
+    std::array<To, 256> chunk;
+    for (;;) {
+      char* out = reinterpret_cast<char*>(chunk.data());
+      std::size_t outLeft = sizeof chunk;
+      const bool done = iconv(descriptor, in, inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
+      const bool chunkFull = !done && errno == E2BIG;
+      output.append(chunk.data(), chunk.size() - outLeft / sizeof(To));
+      if (!chunkFull) {
+        return done;
+      }
+    }
+  }
+
+  iconv_t descriptor;
+};
+
+struct CodePage {
+  explicit CodePage(const char* codeset) : name(codeset), fromUtf16(codeset, utf16), toUtf16(utf16, codeset) {}
+
+  std::string name;
+  Conversion fromUtf16;
+  Conversion toUtf16;
+};
+
+// The calling thread's code page; its descriptors stay open until the thread uses another one.
+const CodePage& currentCodePage() {
+  thread_local std::optional<CodePage> current;
+  const char* name = localCodePage();
+  if (!current || current->name != name) {
+    current.emplace(name);
+  }
+  return *current;
+}
+
+bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+
+bool isRepresentable(char16_t unit, const CodePage& codePage) {
+  std::string converted;
+  std::u16string_view text(&unit, 1);
+  return !isSurrogate(unit) && codePage.fromUtf16.append(converted, text);
+}
+
+std::string escape(char16_t unit) {
+  std::array<char, escapeLength + 1> text;
+  std::snprintf(text.data(), text.size(), "\\u%04X", static_cast<unsigned>(unit));
+  return text.data();
+}
+
+// The unit that `text` names if it begins, literally, with what reads as an escape.
+std::optional<char16_t> literalEscape(std::u16string_view text) {
+  if (text.size() < escapeLength || text[0] != u'\\' || text[1] != u'u') {
+    return std::nullopt;
+  }
+  unsigned unit = 0;
+  for (const char16_t digit : text.substr(2, escapeLength - 2)) {
+    const auto value = std::u16string_view(u"0123456789ABCDEF").find(digit);
+    if (value == std::u16string_view::npos) {
+      return std::nullopt;
+    }
+    unit = unit * 16 + static_cast<unsigned>(value);
+  }
+  return static_cast<char16_t>(unit);
+}
+
+std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) {
+  std::string converted;
+  while (!text.empty()) {
+    const auto literal = literalEscape(text);
+    if (literal && (*literal == u'\\' || !isRepresentable(*literal, codePage))) {
+      converted += escape(u'\\');
+      text.remove_prefix(1);
+      continue;
+    }
+    // A run ends before the next backslash, which may begin a literal escape.
+    std::u16string_view run = text.substr(0, text.find(u'\\', 1));
+    text.remove_prefix(run.size());
+    while (!run.empty() && !codePage.fromUtf16.append(converted, run)) {
+      if (run.front() < 0x80) {  // only where nothing at all can be converted
+        converted += static_cast<char>(run.front());
+      } else {
+        converted += escape(run.front());
+        if (isHighSurrogate(run.front()) && run.size() > 1 && isSurrogate(run[1]) && !isHighSurrogate(run[1])) {
+          run.remove_prefix(1);
+          converted += escape(run.front());
+        }
+      }
+      run.remove_prefix(1);
+    }
+  }
+  return converted;
+}
+
+// A new block for `count` characters and a NUL, which is stored.
+template <typename Char>
+Char* allocateText(std::size_t count) {
+  auto* text = static_cast<Char*>(std::malloc((count + 1) * sizeof(Char)));
+  if (text == nullptr) {
+    throw std::bad_alloc();
+  }
+  text[count] = Char{0};
+  return text;
+}
+
+template <typename Char>
+Char* newText(const std::basic_string<Char>& content) {
+  Char* text = allocateText<Char>(content.size());
+  std::memcpy(text, content.data(), content.size() * sizeof(Char));
+  return text;
+}
+
+// The same characters in a new text of the other width: how ASCII converts in every code page.
+template <typename To, typename From>
+To* newTextOfAscii(std::basic_string_view<From> ascii) {
+  To* text = allocateText<To>(ascii.size());
+  for (std::size_t i = 0; i < ascii.size(); ++i) {
+    text[i] = static_cast<To>(ascii[i]);
+  }
+  return text;
+}
+
+template <typename Char>
+std::basic_string_view<Char> viewOf(const Char* text, int length) {
+  return length < 0 ? std::basic_string_view<Char>(text)
+                    : std::basic_string_view<Char>(text, static_cast<std::size_t>(length));
+}
+
+template <typename Char>
+bool isAscii(std::basic_string_view<Char> text) {
+  unsigned bits = 0;
+  for (const Char character : text) {
+    bits |= static_cast<unsigned>(character);
+  }
+  return bits < 0x80;
+}
+
+}  // namespace
+
+char16_t* lcp_to_utf16(const char* text, int length) {
+  if (text == nullptr) {
+    return nullptr;
+  }
+  std::string_view view = viewOf(text, length);
+  if (isAscii(view)) {
+    return newTextOfAscii<char16_t>(view);
+  }
+  std::u16string converted;
+  return currentCodePage().toUtf16.append(converted, view) ? newText(converted) : nullptr;
+}
+
+char* utf16_to_lcp(const char16_t* text, int length) {
+  if (text == nullptr) {
+    return nullptr;
+  }
+  const std::u16string_view view = viewOf(text, length);
+  if (isAscii(view) && view.find(u'\\') == std::u16string_view::npos) {
+    return newTextOfAscii<char>(view);
+  }
+  return newText(toLocalCodePage(view, currentCodePage()));
+}
+
+std::size_t nuvoStrlen(const char* text) { return text == nullptr ? 0 : std::strlen(text); }
+
+void nuvoFree(void* text) { std::free(text); }

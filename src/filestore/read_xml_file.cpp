@@ -1,0 +1,18 @@
+#include <qzjexxml/qzjexxml.h>
+
+#include "filestore/whole_file.h"
+
+bool ReadXmlFile(const char* fileName, KIVByteArray& out) {
+  KIVByteArray content =
+      jexxml::readWholeFile(fileName, {.noFileName = "Parameter Error!", .noContent = "Nothing to read!"});
+  if (content.length == 0) {
+    return false;
+  }
+  out = std::move(content);
+  return true;
+}
+
+char* ReadXmlFile(const char* fileName) {
+  KIVByteArray content;
+  return ReadXmlFile(fileName, content) ? jexxml::toNulTerminatedText(content) : nullptr;
+}

@@ -1,0 +1,65 @@
+#include "manifest/populate_kiv_data.h"
+
+#include <string>
+#include <utility>
+
+namespace jexxml {
+namespace {
+
+void populateRootMacros(const KivRmNode& rootMacro, KIVData& data) {
+  for (const auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+    const std::string& name = item->name.getText();
+    data.rootMacros[name] = item->abspath.getText();
+  }
+}
+
+// The rename where there is one, else the name.
+const std::string& restoredName(NodeAttribute& rename, NodeAttribute& name) {
+  return rename.getText().empty() ? name.getText() : rename.getText();
+}
+
+void populateFileMap(const KivFmNode& filemap, KIVData& data) {
+  for (const auto& root : filemap.filemapRootNodeList.nodes) {
+    const std::string& rootPath = root->path.getText();
+    for (const auto& file : root->filemapDataNodeList.nodes) {
+      const std::string& dirName = file->dirName.getText();
+      const std::string& fileName = file->fileName.getText();
+      std::string source = rootPath + '/' + dirName + '/' + fileName;
+      std::string target = restoredName(file->dirRename, file->dirName) + '/';
+      target += restoredName(file->fileRename, file->fileName);
+
+      FileMapEntry& entry = data.fileMap[std::move(source)];
+      entry.target = std::move(target);
+      entry.holder.isDefault = false;
+      entry.holder.set(nullptr, false);
+    }
+  }
+}
+
+void populateSearchPath(const KivVpNode& varnixPath, KIVData& data) {
+  for (const auto& item : varnixPath.varnixPathDataNodeList.nodes) {
+    data.varnixPath.push_back(item->path.getText());
+  }
+}
+
+}  // namespace
+
+bool populateKivData(const KivMaster& master, KIVData& data) {
+  if (master.root == nullptr) {
+    return true;
+  }
+  for (const auto& kiv : master.root->kivNodeList.nodes) {
+    for (const auto& rootMacro : kiv->rootMacroNodeList.nodes) {
+      populateRootMacros(*rootMacro, data);
+    }
+    for (const auto& filemap : kiv->filemapNodeList.nodes) {
+      populateFileMap(*filemap, data);
+    }
+    for (const auto& varnixPath : kiv->varnixPathNodeList.nodes) {
+      populateSearchPath(*varnixPath, data);
+    }
+  }
+  return true;
+}
+
+}  // namespace jexxml

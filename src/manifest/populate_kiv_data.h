@@ -1,0 +1,18 @@
+// Copying a manifest tree into the record that is handed to callers.
+#ifndef QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H
+#define QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H
+
+#include "manifest/kiv_nodes.h"
+
+#include <qzjexxml/kiv_data.h>
+
+namespace jexxml {
+
+// Adds the tree's root macros, file map and search path to `data`, each "kiv" element's before the
+// next one's, so that the document's last entry counts where keys agree. A null root adds nothing.
+// Returns true. REQUIRES: the document lives.
+bool populateKivData(const KivMaster& master, KIVData& data);
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H

@@ -1,0 +1,49 @@
+// ChildNodeList: the nodes for an element's children of one name.
+#ifndef QZJEXXML_XML_CHILD_NODE_LIST_H
+#define QZJEXXML_XML_CHILD_NODE_LIST_H
+
+#include "xml/dom_navigation.h"
+#include "xml/xml_common_strings.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace jexxml {
+
+// T is a node class; its `elementName` is the children's name. Owns its nodes.
+template <typename T>
+struct ChildNodeList {
+  // Creates, processes and appends a node for each child of `element` that is named so, in document
+  // order. A child whose processing fails stays. False, without a message, for a null `element`.
+  bool build(DOMNode* element, const XmlCommonStrings* commonStrings) {
+    if (element == nullptr) {
+      return false;
+    }
+    parent = element;
+    DOMNode* current = GetFirstChildWithThisName(parent, T::elementName);
+    const int count = CountDirectChildrenWithThisName(parent, T::elementName);
+    for (int i = 0; i < count; ++i) {
+      auto node = std::make_unique<T>(current, commonStrings);
+      node->process();
+      nodes.push_back(std::move(node));
+      current = GetNextSiblingWithThisName(current, T::elementName);
+    }
+    return true;
+  }
+
+  int size() const { return static_cast<int>(nodes.size()); }
+
+  // Null when `index` is negative or not below size().
+  T* at(int index) const {
+    const auto place = static_cast<std::size_t>(index);
+    return place < nodes.size() ? nodes[place].get() : nullptr;
+  }
+
+  std::vector<std::unique_ptr<T>> nodes;
+  DOMNode* parent = nullptr;  // not owned; null until built
+};
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_XML_CHILD_NODE_LIST_H

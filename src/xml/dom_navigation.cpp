@@ -1,0 +1,76 @@
+#include "xml/dom_navigation.h"
+
+#include "xml/lcp_text.h"
+
+#include <iostream>
+
+namespace jexxml {
+namespace {
+
+bool isElement(const DOMNode& node) { return node.getNodeType() == DOMNode::ELEMENT_NODE; }
+
+bool matches(const DOMNode& node, const char* name) {
+  const LcpText nodeName(node.getNodeName());
+  return isElement(node) && !nodeName.isNull() && nodeName.view() == name;
+}
+
+DOMNode* firstMatchFrom(DOMNode* node, const char* name) {
+  while (node != nullptr && !matches(*node, name)) {
+    node = node->getNextSibling();
+  }
+  return node;
+}
+
+bool isMissing(const DOMNode* node, const char* name) { return node == nullptr || name == nullptr || *name == '\0'; }
+
+}  // namespace
+
+int CountAllChildElements(DOMNode* node) {
+  if (node == nullptr) {
+    std::cerr << "CountAllChildElements: supplied parent node argument is null." << std::endl;
+    return -1;
+  }
+  int count = isElement(*node) ? 1 : 0;
+  for (DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
+    count += CountAllChildElements(child);
+  }
+  return count;
+}
+
+int CountDirectChildrenWithThisName(DOMNode* parent, const char* name) {
+  if (isMissing(parent, name)) {
+    std::cerr << "CountDirectChildrenWithThisName: supplied parent node or name argument is null." << std::endl;
+    return -1;
+  }
+  int count = 0;
+  for (DOMNode* child = parent->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
+    count += matches(*child, name) ? 1 : 0;
+  }
+  return count;
+}
+
+DOMNode* GetFirstChildWithThisName(DOMNode* parent, const char* name) {
+  if (isMissing(parent, name)) {
+    std::cerr << "GetFirstChildWithThisName: supplied parent node or name argument is null." << std::endl;
+    return nullptr;
+  }
+  return firstMatchFrom(parent->getFirstChild(), name);
+}
+
+DOMNode* GetNextSiblingWithThisName(DOMNode* node, const char* name) {
+  if (isMissing(node, name)) {
+    std::cerr << "GetNextSiblingWithThisName: supplied node or name argument is null." << std::endl;
+    return nullptr;
+  }
+  return firstMatchFrom(node->getNextSibling(), name);
+}
+
+DOMNode* firstElementChild(const DOMNode& parent) {
+  DOMNode* child = parent.getFirstChild();
+  while (child != nullptr && !isElement(*child)) {
+    child = child->getNextSibling();
+  }
+  return child;
+}
+
+}  // namespace jexxml

@@ -1,0 +1,26 @@
+// NoxXmlNodeInterface: what every node class of the two document trees is.
+//
+// A node class derives directly and publicly from it, names its element in `elementName` (a root
+// element may have any name, so root classes have none), and holds, in this order: `domNode` and
+// `commonStrings`, one NodeAttribute for each attribute, one ChildNodeList for each kind of child.
+#ifndef QZJEXXML_XML_NOX_XML_NODE_INTERFACE_H
+#define QZJEXXML_XML_NOX_XML_NODE_INTERFACE_H
+
+namespace jexxml {
+
+class NoxXmlNodeInterface {
+ public:
+  // Fetches the node's attributes and builds its lists of children, and with them its whole subtree.
+  // Called once, during the build. Problems are written to the standard error stream; false when the
+  // node has no element, which a parent does not look at.
+  virtual bool process() = 0;
+
+ protected:
+  // Nodes are created and destroyed as their own class only, so the destructor is not virtual.
+  NoxXmlNodeInterface() = default;
+  ~NoxXmlNodeInterface() = default;
+};
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_XML_NOX_XML_NODE_INTERFACE_H

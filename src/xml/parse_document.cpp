@@ -1,0 +1,64 @@
+#include "xml/parse_document.h"
+
+#include "xml/lcp_text.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <iostream>
+
+namespace jexxml {
+
+using xercesc::XercesDOMParser;
+
+std::unique_ptr<XercesDOMParser> gParser;
+std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
+
+namespace {
+
+constexpr XMLSize_t entityExpansionLimit = 50'000;
+
+// Limits of every parse; the parsers refer to it, so it outlives them.
+xercesc::SecurityManager* securityManager() {
+  static xercesc::SecurityManager manager;
+  manager.setEntityExpansionLimit(entityExpansionLimit);
+  return &manager;
+}
+
+void configure(XercesDOMParser& parser) {
+  parser.setValidationScheme(XercesDOMParser::Val_Auto);  // by the document's own DTD, if it has one
+  parser.setDoNamespaces(true);
+  parser.setDoSchema(false);
+  parser.setValidationSchemaFullChecking(false);
+  parser.setCreateEntityReferenceNodes(true);
+
+  parser.setDisableDefaultEntityResolution(true);
+  parser.setSecurityManager(securityManager());
+}
+
+}  // namespace
+
+DOMNode* parseDocument(const xercesc::InputSource& source) {
+  gParser.reset(new XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr));
+  configure(*gParser);
+  gErrorReporter = std::make_unique<JexXmlErrorReporter>();
+  gParser->setErrorHandler(gErrorReporter.get());
+  try {
+    gParser->parse(source);
+  } catch (const xercesc::XMLException& exception) {
+    std::cerr << "An error occurred during parsing\n   Message: " << LcpText(exception.getMessage()) << std::endl;
+    return nullptr;
+  } catch (const xercesc::DOMException& exception) {
+    std::cerr << "A DOM error occurred during parsing\n   DOMException code: " << exception.code << std::endl;
+    return nullptr;
+  } catch (...) {
+    std::cerr << "An error occurred during parsing\n " << std::endl;
+    return nullptr;
+  }
+  return gErrorReporter->sawErrors ? nullptr : gParser->getDocument();
+}
+
+}  // namespace jexxml

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Compares what a built libqzjexxml.so exports, with kinds and versions, with the list below.
+set -euo pipefail
+library=$1
+
+# nm's kinds: T function, D variable, V weak object, A version node.
+expected='A libqzjexxml.INTERNAL
+A v7.0
+D libqzjexxml_build_date@@v7.0
+D libqzjexxml_version@@v7.0
+T InitKIVData@@v7.0
+T ReadXmlFile(char const*, KIVByteArray&)@@v7.0
+T ReadXmlFile@@v7.0
+T TermKIVData@@v7.0
+V typeinfo for KIVByteArray@@v7.0
+V typeinfo for KIVFileReaderWithoutTransform@@v7.0
+V typeinfo for KIVFileReader@@v7.0
+V typeinfo name for KIVByteArray@@v7.0
+V typeinfo name for KIVFileReaderWithoutTransform@@v7.0
+V typeinfo name for KIVFileReader@@v7.0
+V vtable for KIVByteArray@@v7.0
+V vtable for KIVFileReaderWithoutTransform@@v7.0
+V vtable for KIVFileReader@@v7.0
+name libqzjexxml.so, base libqzjexxml.so'
+
+exported=$(nm -DC --defined-only --with-symbol-versions "$library" | sed 's/^[0-9a-f]* //')
+soname=$(readelf -Wd "$library" | sed -n 's/.*soname: \[\(.*\)\]/\1/p')
+base=$(readelf -WV "$library" | sed -n 's/.*Flags: BASE .*Name: //p')
+diff <(LC_ALL=C sort <<<"$expected") <(LC_ALL=C sort <<<"$exported
+name $soname, base $base")

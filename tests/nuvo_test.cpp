@@ -1,0 +1,117 @@
+// The stand-in for libnuvo: conversions in several code pages.
+#include <nuvo.h>
+
+#include "support/thread_locale.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <thread>
+
+namespace {
+
+std::optional<std::string> toLcp(const std::u16string& text, int length = -1) {
+  const std::unique_ptr<char, void (*)(void*)> converted(utf16_to_lcp(text.c_str(), length), nuvoFree);
+  return converted ? std::optional<std::string>(std::in_place, converted.get(), nuvoStrlen(converted.get()))
+                   : std::nullopt;
+}
+
+std::optional<std::u16string> toUtf16(const std::string& text, int length = -1) {
+  const std::unique_ptr<char16_t, void (*)(void*)> converted(lcp_to_utf16(text.c_str(), length), nuvoFree);
+  return converted ? std::optional<std::u16string>(converted.get()) : std::nullopt;
+}
+
+TEST(Nuvo, ConvertsAsFarAsTheLengthSays) {
+  EXPECT_EQ(toLcp(u"abc\u00E9x", 4), "abc\u00E9");
+  EXPECT_EQ(toLcp(u"abc", 0), "");
+  EXPECT_EQ(toUtf16("abc", 2), u"ab");
+  EXPECT_EQ(toUtf16("caf\u00E9", 5), u"caf\u00E9");
+  EXPECT_EQ(toLcp(std::u16string(1000, u'\u00E9')), [] {
+    std::string text;
+    for (int i = 0; i < 1000; ++i) {
+      text += "\u00E9";
+    }
+    return text;
+  }());
+  EXPECT_EQ(utf16_to_lcp(nullptr, -1), nullptr);
+  EXPECT_EQ(lcp_to_utf16(nullptr, -1), nullptr);
+  EXPECT_EQ(nuvoStrlen(nullptr), 0u);
+  nuvoFree(nullptr);
+}
+
+struct Case {
+  const char* locale;
+  const char16_t* string;
+  const char* text;
+};
+
+void PrintTo(const Case& testCase, std::ostream* stream) { *stream << testCase.locale; }
+
+class NuvoConversion : public testing::TestWithParam<Case> {};
+
+TEST_P(NuvoConversion, Gives) {
+  const ThreadLocale locale(GetParam().locale);
+  EXPECT_EQ(toLcp(GetParam().string), GetParam().text);
+}
+
+constexpr char16_t loneHigh[] = {u'a', 0xD83D, u'b', 0};
+constexpr char16_t loneLast[] = {u'a', 0xD83D, 0};
+constexpr char16_t loneLow[] = {0xDE00, 0xD83D, 0};
+
+const Case cases[] = {
+    {"C", u"", ""},
+    {"C", u"caf\u00E9 \u65E5\U0001F600", "caf\u00E9 \u65E5\U0001F600"},
+    {"C", loneHigh, "a\\uD83Db"},
+    {"C", loneLast, "a\\uD83D"},
+    {"C", loneLow, "\\uDE00\\uD83D"},
+    {"C", u"\\u65E5 \\ \\\\ \\u \\uD83", "\\u65E5 \\ \\\\ \\u \\uD83"},
+    {"C", u"\\uD83D \\u005C", "\\u005CuD83D \\u005Cu005C"},
+    {"test.UTF-8", u"caf\u00E9 \u65E5\U0001F600", "caf\u00E9 \u65E5\U0001F600"},
+    {"test.ISO-8859-1", u"caf\u00E9", "caf\xE9"},
+    {"test.ISO-8859-1", u"\u00E9\u65E5\u672C\u00E9", "\xE9\\u65E5\\u672C\xE9"},
+    {"test.ISO-8859-1", u"\U0001F600x", "\\uD83D\\uDE00x"},
+    {"test.ISO-8859-1", u"\\u65E5 \\u00E9 \\u65e5", "\\u005Cu65E5 \\u00E9 \\u65e5"},
+    {"test.ISO-8859-1", u"\\\u65E5", "\\\\u65E5"},
+    {"test.BIG5-HKSCS", u"\u00CA\u0304\u65E5\u00CA", "\x88\x62\xA4\xE9\x88\x66"},
+    {"test.BIG5-HKSCS", u"\u00CA\U0001F600", "\x88\x66\\uD83D\\uDE00"},
+};
+
+INSTANTIATE_TEST_SUITE_P(CodePages, NuvoConversion, testing::ValuesIn(cases));
+
+TEST(Nuvo, GivesDifferentTextsForDifferentStrings) {
+  const ThreadLocale locale("test.ISO-8859-1");
+  const std::u16string parts[] = {u"\\", u"u", u"005C", u"65E5", u"\u65E5", u"\u00E9"};
+  std::set<std::string> texts;
+  std::set<std::u16string> strings;
+  for (const auto& a : parts) {
+    for (const auto& b : parts) {
+      for (const auto& c : parts) {
+        for (const auto& d : parts) {
+          strings.insert(a + b + c + d);
+          texts.insert(*toLcp(a + b + c + d));
+        }
+      }
+    }
+  }
+  EXPECT_EQ(texts.size(), strings.size());
+}
+
+TEST(Nuvo, ReadsTheCodePage) {
+  EXPECT_EQ(toUtf16("caf\u00E9"), u"caf\u00E9");
+  EXPECT_EQ(toUtf16("a\xE9"), std::nullopt);
+  EXPECT_EQ(toUtf16("a\xC3"), std::nullopt);
+  const ThreadLocale locale("test.ISO-8859-1");
+  EXPECT_EQ(toUtf16("a\xE9"), u"a\u00E9");
+}
+
+TEST(Nuvo, FollowsEachThreadsLocale) {
+  const ThreadLocale locale("test.ISO-8859-1");
+  EXPECT_EQ(toLcp(u"\u00E9"), "\xE9");
+  std::thread([] { EXPECT_EQ(toLcp(u"\u00E9"), "\u00E9"); }).join();
+  EXPECT_EQ(toLcp(u"\u00E9"), "\xE9");
+}
+
+}  // namespace

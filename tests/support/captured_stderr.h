@@ -1,0 +1,28 @@
+// Collects what is written to std::cerr while it lives.
+#ifndef QZJEXXML_TESTS_CAPTURED_STDERR_H
+#define QZJEXXML_TESTS_CAPTURED_STDERR_H
+
+#include <iostream>
+#include <sstream>
+#include <string>
+
+class CapturedStderr {
+ public:
+  CapturedStderr() : standard(std::cerr.rdbuf(captured.rdbuf())) {}
+  CapturedStderr(const CapturedStderr&) = delete;
+  CapturedStderr& operator=(const CapturedStderr&) = delete;
+  ~CapturedStderr() { std::cerr.rdbuf(standard); }
+
+  // What was written since the last call.
+  std::string take() {
+    std::string text = captured.str();
+    captured.str("");
+    return text;
+  }
+
+ private:
+  std::ostringstream captured;
+  std::streambuf* standard;
+};
+
+#endif  // QZJEXXML_TESTS_CAPTURED_STDERR_H

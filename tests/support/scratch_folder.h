@@ -1,0 +1,43 @@
+// A folder of its own for each test, removed at its end.
+#ifndef QZJEXXML_TESTS_SCRATCH_FOLDER_H
+#define QZJEXXML_TESTS_SCRATCH_FOLDER_H
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+class ScratchFolder {
+ public:
+  ScratchFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "qzjexxml-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw std::runtime_error("no scratch folder");
+    }
+    folder = name;
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  ~ScratchFolder() { std::filesystem::remove_all(folder); }
+
+  std::string path(const std::string& name) const { return (folder / name).string(); }
+
+  // Writes a file and returns its path.
+  std::string write(const std::string& name, std::string_view content) const {
+    std::ofstream(path(name), std::ios::binary) << content;
+    return path(name);
+  }
+
+  std::string read(const std::string& name) const {
+    std::ifstream stream(path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+ private:
+  std::filesystem::path folder;
+};
+
+#endif  // QZJEXXML_TESTS_SCRATCH_FOLDER_H
