@@ -9,7 +9,8 @@ namespace jexxml {
 namespace {
 
 TEST(DomNavigation, FindsAndCountsElementsByName) {
-  const ParsedDocument parsed("<r> <data/>t<!--data--><?data p?><Data/><x:data xmlns:x='x'/><data><data/></data><o/></r>");
+  const ParsedDocument parsed(
+      "<r> <data/>t<!--data--><?data p?><Data/><x:data xmlns:x='x'/><data><data/></data><o/></r>");
   DOMNode* root = parsed.root();
   EXPECT_EQ(CountDirectChildrenWithThisName(root, "data"), 2);
   DOMNode* first = GetFirstChildWithThisName(root, "data");

@@ -8,6 +8,10 @@ expected='A libqzjexxml.INTERNAL
 A v7.0
 D libqzjexxml_build_date@@v7.0
 D libqzjexxml_version@@v7.0
+T DecryptFile(char const*, char*)@@v7.0
+T DecryptXmlFile(char const*, KIVByteArray&, char*)@@v7.0
+T DecryptXmlFile@@v7.0
+T EncryptFile(char const*, char*)@@v7.0
 T InitKIVData@@v7.0
 T ReadXmlFile(char const*, KIVByteArray&)@@v7.0
 T ReadXmlFile@@v7.0

@@ -92,7 +92,8 @@ const Composition compositions[] = {
      "a/b/c/f -> b/c/last\n"},
     {"RootWithoutFiles", "<filemap><root path='r'/></filemap><filemap/>", ""},
     {"SearchPathInOrder",
-     "<varnixpath><data path='b'/><data path=''/></varnixpath><varnixpath><data path='a'/><data path='b'/></varnixpath>",
+     "<varnixpath><data path='b'/><data path=''/></varnixpath><varnixpath><data path='a'/><data "
+     "path='b'/></varnixpath>",
      "b\n\na\nb\n"},
     {"SecondKivElementWins",
      "<rootmacro><data name='N' abspath='1'/></rootmacro><varnixpath><data path='z'/></varnixpath></kiv>"
@@ -111,8 +112,9 @@ INSTANTIATE_TEST_SUITE_P(Rules, ManifestRecord, testing::ValuesIn(compositions),
 constexpr const char* goodManifest = "<any><kiv><varnixpath><data path='here'/></varnixpath></kiv></any>";
 
 TEST_F(ManifestLoad, StepsOverWhatStandsBeforeTheRoot) {
-  const Record record = loadText("<?xml version='1.0'?><!-- c --><?p i?><!DOCTYPE any [<!ELEMENT any ANY>"
-                                 "<!ELEMENT kiv ANY>]><any><kiv/></any>");
+  const Record record = loadText(
+      "<?xml version='1.0'?><!-- c --><?p i?><!DOCTYPE any [<!ELEMENT any ANY>"
+      "<!ELEMENT kiv ANY>]><any><kiv/></any>");
   EXPECT_EQ(captured.take(), "");
   EXPECT_EQ(describe(*loadText("<!-- c -->" + std::string(goodManifest))), "here\n");
   EXPECT_EQ(describe(*loadText("<any version='1'/>")), "");
@@ -212,7 +214,8 @@ constexpr const char* manifestWithNames =
 TEST_F(ManifestLoad, ReadsEveryEncodingOfTheFile) {
   std::string utf16("\xFF\xFE", 2);
   std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
-  for (const char unit : std::string("<r><kiv><varnixpath><data path='caf\xE9'/><data path='\xFC'/></varnixpath></kiv></r>")) {
+  for (const char unit :
+       std::string("<r><kiv><varnixpath><data path='caf\xE9'/><data path='\xFC'/></varnixpath></kiv></r>")) {
     utf16 += {unit, '\0'};
     latin1 += unit;
   }

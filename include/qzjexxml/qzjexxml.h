@@ -1,4 +1,5 @@
-// libqzjexxml: reads the XML description files of the packaging tool chain, and whole files.
+// libqzjexxml: reads the XML description files of the packaging tool chain, and reads, encrypts and
+// decrypts whole files.
 //
 // Diagnostics are lines on the standard error stream (std::cerr); the texts stand with each function.
 // Allocation failures reach the caller as std::bad_alloc, with everything released that the call made.
@@ -47,6 +48,10 @@ QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
 // Messages as for the other ReadXmlFile.
 QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 
+// Returns what DecryptXmlFile below gives, followed by one NUL byte, in a block from new[] that the
+// caller frees with delete[]; null when that fails or the plaintext is empty.
+QZJEXXML_EXPORT char* DecryptXmlFile(const char* fileName, char* passphrase);
+
 }  // extern "C"
 
 // Reads any file into `out`, byte for byte, and returns true. Returns false after a message, with
@@ -58,5 +63,30 @@ QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 //
 // Thread-safe as long as `out` is not shared.
 QZJEXXML_EXPORT bool ReadXmlFile(const char* fileName, KIVByteArray& out);
+
+// The three functions below work under a passphrase: a NUL-terminated text of any bytes, which they
+// don't modify. REQUIRES: it is not null. Copies of passphrases and plaintexts that they make are wiped.
+// Each returns false after one of the messages
+//
+//   "File name is null or empty!"
+//   "Could not open file: " + fileName
+//   "Could not read file!"              it is empty, of 2 GiB or more, not a regular file, or reading fails
+//
+// and false without a message when the crypto library refuses. Thread-safe as long as no array or file
+// is shared.
+
+// Decrypts `fileName` into `out`. When the crypto library refuses (a wrong passphrase, a damaged
+// file), `out` is what it left: the stand-in of this project leaves it empty. After a message, `out` is
+// unchanged. The plaintext is the caller's to wipe.
+QZJEXXML_EXPORT bool DecryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
+
+// Returns whether `fileName` decrypts under the passphrase. Writes no file.
+QZJEXXML_EXPORT bool DecryptFile(const char* fileName, char* passphrase);
+
+// Encrypts `fileName` into the file beside it whose name has ".enc" for the first ".xml" anywhere in the
+// path, or else ".enc" appended; replaces what that file held. When the crypto library refuses, no file
+// is touched. Writing is not checked: decrypt to be sure. False too after
+// "Could not open file: " + the encrypted file's name.
+QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
 
 #endif  // QZJEXXML_QZJEXXML_H

@@ -17,7 +17,7 @@
 namespace {
 
 constexpr const char* utf16 = "UTF-16LE";
-constexpr std::size_t escapeLength = 6;  // \uXXXX
+constexpr std::size_t escapeLength = 6;  // \uHHHH
 
 const char* localCodePage() {
   const std::string_view locale = nl_langinfo(_NL_LOCALE_NAME(LC_CTYPE));

@@ -20,7 +20,7 @@ __attribute__((visibility("default"))) char16_t* lcp_to_utf16(const char* text, 
 // Converts `length` units of `text`, or all up to its NUL when `length` is negative. Returns a new
 // NUL-terminated text for nuvoFree; null only for a null `text`.
 //
-// What the code page cannot represent, an unpaired surrogate among it, is written as \uXXXX with four
+// What the code page cannot represent, an unpaired surrogate among it, is written as \uHHHH with four
 // capital hexadecimal digits for each 16-bit unit. A backslash that begins a text which could be read
 // as such an escape is itself written as \u005C, so that different strings give different texts.
 __attribute__((visibility("default"))) char* utf16_to_lcp(const char16_t* text, int length);

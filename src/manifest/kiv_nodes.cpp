@@ -21,9 +21,7 @@ bool KivFmRootNode::process() {
   return buildList(*this, filemapDataNodeList, "Failed to build Filemap Data Node List");
 }
 
-bool KivFmNode::process() {
-  return buildList(*this, filemapRootNodeList, "Failed to build Filemap Root Node List");
-}
+bool KivFmNode::process() { return buildList(*this, filemapRootNodeList, "Failed to build Filemap Root Node List"); }
 
 bool KivVpDataNode::process() {
   fetch(path);

@@ -10,9 +10,7 @@ void JexXmlErrorReporter::warning(const xercesc::SAXParseException&) {}
 
 void JexXmlErrorReporter::error(const xercesc::SAXParseException& exception) { report("Error", exception); }
 
-void JexXmlErrorReporter::fatalError(const xercesc::SAXParseException& exception) {
-  report("Fatal Error", exception);
-}
+void JexXmlErrorReporter::fatalError(const xercesc::SAXParseException& exception) { report("Fatal Error", exception); }
 
 void JexXmlErrorReporter::resetErrors() {}
 

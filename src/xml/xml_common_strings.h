@@ -14,11 +14,11 @@
 namespace jexxml {
 
 inline constexpr std::array<const char*, 35> xmlNames = {
-    "doc_root", "kiv",         "rootmacro",  "varnixpath", "filemap",     "root",      "data",
-    "type",     "version",     "date",       "name",       "application", "abspath",   "path",
-    "dir_name", "file_name",   "dir_rename", "file_rename", "dependency", "security",  "development",
-    "deployment", "directory", "addpath",    "exclude",    "pathmap",     "pathd",     "project",
-    "debug_log", "debug_level", "where",     "message",    "debug_test",  "front",     "replace_by",
+    "doc_root",   "kiv",         "rootmacro",  "varnixpath",  "filemap",     "root",     "data",
+    "type",       "version",     "date",       "name",        "application", "abspath",  "path",
+    "dir_name",   "file_name",   "dir_rename", "file_rename", "dependency",  "security", "development",
+    "deployment", "directory",   "addpath",    "exclude",     "pathmap",     "pathd",    "project",
+    "debug_log",  "debug_level", "where",      "message",     "debug_test",  "front",    "replace_by",
 };
 
 // A name's place in the table. Made from the name while compiling: one that is not in the table does

@@ -1,0 +1,126 @@
+// What the crypto library is handed, and what is done with what it gives: this program defines its two
+// functions itself.
+#include "filestore/encrypted_file.h"
+
+#include "support/captured_stderr.h"
+#include "support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+#include <kivbtcrypto.h>
+#include <qzjexxml/qzjexxml.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace {
+
+std::string textOf(const KIVByteArray& array) { return {array.data, array.length}; }
+
+// Does the work of both functions.
+std::function<bool(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase)> crypto;
+
+}  // namespace
+
+bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
+  return crypto(input, output, passphrase);
+}
+
+bool kivbtcPassphraseDecrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
+  return crypto(input, output, passphrase);
+}
+
+namespace {
+
+char phrase[] = "p\xE9";
+
+class CryptoCalls : public testing::Test {
+ protected:
+  void SetUp() override {
+    crypto = [this](KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
+      handedOver = textOf(input) + '|' + textOf(output) + '|' + textOf(passphrase);
+      output = KIVByteArray("result", 6);
+      return works;
+    };
+  }
+
+  ScratchFolder folder;
+  CapturedStderr captured;
+  std::string handedOver;
+  bool works = true;
+};
+
+TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
+  const std::string file = folder.write("a.xml", std::string("a\0b", 3));
+  const std::string expected = std::string("a\0b", 3) + "||p\xE9";
+  EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
+  EXPECT_EQ(handedOver, expected);
+  EXPECT_EQ(folder.read("a.enc"), "result");
+  handedOver.clear();
+  EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
+  EXPECT_EQ(handedOver, expected);
+  KIVByteArray output("old", 3);
+  char noPhrase[] = "";
+  EXPECT_TRUE(DecryptXmlFile(file.c_str(), output, noPhrase));
+  EXPECT_EQ(handedOver, std::string("a\0b", 3) + "|old|");
+  EXPECT_EQ(textOf(output), "result");
+}
+
+TEST_F(CryptoCalls, ThatFailTouchNoFile) {
+  works = false;
+  const std::string file = folder.write("a.xml", "a");
+  EXPECT_FALSE(EncryptFile(file.c_str(), phrase));
+  EXPECT_FALSE(std::filesystem::exists(folder.path("a.enc")));
+  EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
+  EXPECT_EQ(captured.take(), "");
+}
+
+TEST_F(CryptoCalls, MayGiveNothingOrABlockOfTheirOwn) {
+  const std::string file = folder.write("a.xml", "a");
+  crypto = [](KIVByteArray&, KIVByteArray&, KIVByteArray&) { return true; };
+  EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
+  EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
+
+  static char block[] = "static";
+  crypto = [](KIVByteArray&, KIVByteArray& output, KIVByteArray&) {
+    output.data = block;
+    output.length = 6;
+    output.owns = false;
+    return true;
+  };
+  EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
+  EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
+  EXPECT_EQ(folder.read("a.enc"), "static");
+  EXPECT_STREQ(block, "static");
+}
+
+TEST_F(CryptoCalls, NameTheEncryptedFile) {
+  const std::pair<const char*, const char*> names[] = {
+      {"a.xml", "a.enc"},     {"a.txt", "a.txt.enc"},     {"a.enc", "a.enc.enc"},
+      {"a.XML", "a.XML.enc"}, {"x.xml.bak", "x.enc.bak"}, {"d.xmlx", "d.encx"},
+      {"a", "a.enc"},         {"a.xml.xml", "a.enc.xml"}, {"c.xml/a.xml", "c.enc/a.xml"},
+  };
+  for (const auto& [source, encrypted] : names) {
+    EXPECT_EQ(jexxml::encryptedFileName(source), encrypted);
+  }
+  std::filesystem::create_directory(folder.path("c.xml"));
+  const std::string file = folder.write("c.xml/a.xml", "a");
+  KIVByteArray output;
+  EXPECT_FALSE(jexxml::EncryptXmlFile(file.c_str(), output, phrase));
+  EXPECT_EQ(textOf(output), "result");
+  EXPECT_EQ(captured.take(), "Could not open file: " + folder.path("c.enc/a.xml") + '\n');
+}
+
+TEST_F(CryptoCalls, WriteXmlFileReplacesAFile) {
+  const std::string file = folder.write("t", "longer than before");
+  EXPECT_TRUE(jexxml::WriteXmlFile(file.c_str(), "text"));
+  EXPECT_EQ(folder.read("t"), "text");
+  for (const auto& [name, text] : {std::pair(file.c_str(), ""), {file.c_str(), nullptr}, {"", "t"}, {nullptr, "t"}}) {
+    EXPECT_FALSE(jexxml::WriteXmlFile(name, text));
+    EXPECT_EQ(captured.take(), "Parameter Error!\n");
+  }
+  EXPECT_FALSE(jexxml::WriteXmlFile(folder.path("").c_str(), "t"));
+  EXPECT_EQ(captured.take(), "Could not open file: " + folder.path("") + '\n');
+}
+
+}  // namespace
