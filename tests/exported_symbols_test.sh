@@ -13,9 +13,11 @@ T DecryptXmlFile(char const*, KIVByteArray&, char*)@@v7.0
 T DecryptXmlFile@@v7.0
 T EncryptFile(char const*, char*)@@v7.0
 T InitKIVData@@v7.0
+T InitNOXData@@v7.0
 T ReadXmlFile(char const*, KIVByteArray&)@@v7.0
 T ReadXmlFile@@v7.0
 T TermKIVData@@v7.0
+T TermNOXData@@v7.0
 V typeinfo for KIVByteArray@@v7.0
 V typeinfo for KIVFileReaderWithoutTransform@@v7.0
 V typeinfo for KIVFileReader@@v7.0

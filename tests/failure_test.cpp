@@ -116,28 +116,47 @@ class FailingLoad : public testing::Test {
 [[noreturn]] void throwOther() { throw std::bad_alloc(); }
 
 struct BuildException {
+  const char* name;
   void (*raise)();
   const char* messages;
 };
 
-TEST_F(FailingLoad, KeepsWhatWasBuiltBeforeAnException) {
-  const BuildException exceptions[] = {
-      {throwXmlException, "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n"},
-      {throwDomException, "A DOM error occurred Inside buildKivMaster \n \nDOMException code: 8\n"},
-      {throwOther, "An error occurred Inside buildKivMaster \n \n"},
-  };
-  for (const BuildException& exception : exceptions) {
-    onConversion = [&](const std::string& text) {
+void PrintTo(const BuildException& exception, std::ostream* stream) { *stream << exception.name; }
+
+class FailingBuild : public FailingLoad, public testing::WithParamInterface<BuildException> {
+ protected:
+  void SetUp() override {
+    onConversion = [](const std::string& text) {
       if (text == "stop") {
-        exception.raise();
+        GetParam().raise();
       }
       return true;
     };
-    EXPECT_EQ(loadSearchPath(), "a");
-    EXPECT_EQ(captured.take(), exception.messages);
-    expectWholeLoad();
   }
+};
+
+TEST_P(FailingBuild, KeepsWhatWasBuiltOfTheManifest) {
+  EXPECT_EQ(loadSearchPath(), "a");
+  EXPECT_EQ(captured.take(), GetParam().messages);
+  expectWholeLoad();
 }
+
+TEST_P(FailingBuild, IsReportedForTheProject) {
+  const std::string file = folder.write("project.xml", "<r><dependency><stop/></dependency></r>");
+  void* handle = nullptr;
+  EXPECT_EQ(InitNOXData(file.c_str(), &handle), 0);
+  EXPECT_EQ(captured.take(), GetParam().messages);
+}
+
+const BuildException exceptions[] = {
+    {"XmlException", throwXmlException,
+     "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n"},
+    {"DomException", throwDomException, "A DOM error occurred Inside buildKivMaster \n \nDOMException code: 8\n"},
+    {"Other", throwOther, "An error occurred Inside buildKivMaster \n \n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, FailingBuild, testing::ValuesIn(exceptions),
+                         [](const auto& instance) { return instance.param.name; });
 
 TEST_F(FailingLoad, LeavesAnExceptionFromTheNameTableToTheCaller) {
   onConversion = [](const std::string& text) { return text == "security" ? throw std::bad_alloc() : true; };

@@ -1,5 +1,6 @@
 // The node framework and the node classes over it.
 #include "manifest/kiv_nodes.h"
+#include "project/nox_nodes.h"
 
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
@@ -60,24 +61,36 @@ TEST(ChildNodeList, HoldsMatchingChildrenInOrder) {
 
 // What the classes write when they have no element.
 struct Elementless {
-  const char* messages;
+  std::string messages;
   std::function<bool(const XmlCommonStrings*)> process;
 };
 
 template <typename Node>
-Elementless elementless(const char* messages) {
+Elementless elementless(const std::string& messages) {
   return {messages, [](const XmlCommonStrings* strings) { return Node(nullptr, strings).process(); }};
 }
 
 TEST(Nodes, ReportAMissingElement) {
+  const std::string unset = "\nOwner Node and Attribute Name Not Set!\n";
   const Elementless failing[] = {
       elementless<KivRootNode>(""),
       elementless<KivNode>(""),
       elementless<KivRmNode>("Failed to build Root Macro Data Node List\n"),
       elementless<KivFmNode>("Failed to build Filemap Root Node List\n"),
-      elementless<KivFmRootNode>("\nOwner Node and Attribute Name Not Set!\n"
-                                 "Failed to build Filemap Data Node List\n"),
+      elementless<KivFmRootNode>(unset + "Failed to build Filemap Data Node List\n"),
       elementless<KivVpNode>("Failed to build Varnix Path Data Node List\n"),
+      elementless<NoxRootNode>(""),
+      elementless<NoxDependencyNode>("Failed processing Directory Node List\n"),
+      elementless<NoxDirectoryNode>(""),
+      elementless<NoxDevelopmentNode>(""),
+      elementless<NoxRmNode>(""),
+      elementless<NoxApNode>(""),
+      elementless<NoxSecNode>(""),
+      elementless<NoxExcludeNode>(""),
+      elementless<NoxDeploymentNode>(""),
+      elementless<NoxPmNode>(""),
+      elementless<NoxDataNode>(""),
+      elementless<NoxSecDataNode>(""),
   };
   const XmlCommonStrings strings;
   CapturedStderr captured;
@@ -86,7 +99,7 @@ TEST(Nodes, ReportAMissingElement) {
     EXPECT_EQ(captured.take(), node.messages);
   }
   EXPECT_TRUE(KivVpDataNode(nullptr, &strings).process());
-  EXPECT_EQ(captured.take(), "\nOwner Node and Attribute Name Not Set!\n");
+  EXPECT_EQ(captured.take(), unset);
 }
 
 TEST(KivMaster, HasNoRootWithoutAnElement) {

@@ -43,6 +43,16 @@ QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
 // Returns 1. May run at any time, on any thread. REQUIRES: `handle` is not null.
 QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
 
+// Loads the project description `fileName`, checks it and reports what is wrong on the standard error
+// stream, with the messages of InitKIVData; a good file writes nothing. Nothing is handed back: `*handle`
+// is never written, and when it is not null nothing is done. Returns 0 in every case.
+//
+// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
+QZJEXXML_EXPORT int InitNOXData(const char* fileName, void** handle);
+
+// Sets the handle to null; nothing is freed. Returns 1. REQUIRES: `handle` is not null.
+QZJEXXML_EXPORT int TermNOXData(void** handle);
+
 // Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees
 // with delete[]; null, after a message, when there is none to return. The length is not returned.
 // Messages as for the other ReadXmlFile.

@@ -34,7 +34,8 @@ class DocumentLoad {
   DocumentLoad& operator=(const DocumentLoad&) = delete;
   ~DocumentLoad();
 
-  // Null when a step failed, which has then been reported on the standard error stream.
+  // Null when a step failed, which has then been reported on the standard error stream. No tree is built
+  // over a null document.
   DOMNode* document() const { return parsedDocument; }
 
  private:

@@ -5,29 +5,18 @@
 
 #include <memory>
 
-namespace jexxml {
-namespace {
-
-void loadManifest(const char* fileName, KIVData& data) {
-  const DocumentLoad load(fileName);
-  if (load.document() == nullptr) {
-    return;
-  }
-  KivMaster master{load.document(), nullptr};
-  if (buildKivMaster(master)) {
-    populateKivData(master, data);
-  }
-}
-
-}  // namespace
-}  // namespace jexxml
-
 int InitKIVData(const char* fileName, KIVData** handle) {
   if (*handle != nullptr) {
     return 0;
   }
   auto data = std::make_unique<KIVData>();
-  jexxml::loadManifest(fileName, *data);
+  {
+    const jexxml::DocumentLoad load(fileName);
+    jexxml::KivMaster master{load.document(), nullptr};
+    if (jexxml::buildKivMaster(master)) {
+      jexxml::populateKivData(master, *data);
+    }
+  }
   *handle = data.release();
   return 1;
 }

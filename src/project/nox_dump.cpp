@@ -1,0 +1,85 @@
+#include "project/nox_dump.h"
+
+#include "xml/dump_line.h"
+
+namespace jexxml {
+namespace {
+
+void dumpDependency(const NoxDependencyNode& dependency) {
+  dumpLine("#dependency:");
+  for (const auto& directory : dependency.directoryNodeList.nodes) {
+    dumpLine({{"##directory: path=", directory->path}});
+    for (const auto& item : directory->dataNodeList.nodes) {
+      dumpLine({{"###data: pathd=", item->pathd}, {" name=", item->name}});
+    }
+  }
+}
+
+void dumpDevelopment(NoxDevelopmentNode& development) {
+  dumpLine({{"#development: project=", development.project},
+            {" debug_log=", development.debugLog},
+            {" debug_level=", development.debugLevel}});
+  for (const auto& rootMacro : development.rootMacroNodeList.nodes) {
+    dumpLine("##rootmacro:");
+    for (const auto& item : rootMacro->rootMacroDataNodeList.nodes) {
+      dumpLine({{"###rmdata: name=", item->name}, {" abspath=", item->abspath}});
+    }
+  }
+  for (const auto& addPath : development.addPathNodeList.nodes) {
+    dumpLine("##addpath:");
+    for (const auto& item : addPath->addPathDataNodeList.nodes) {
+      dumpLine({{"###apdata: path=", item->path}, {" where=", item->where}});
+    }
+  }
+}
+
+void dumpSecurity(const NoxSecNode& security) {
+  dumpLine("#security:");
+  for (const auto& exclude : security.excludeNodeList.nodes) {
+    dumpLine({{"##exclude: message=", exclude->message}});
+    for (const auto& item : exclude->secDataNodeList.nodes) {
+      dumpLine({{"###secdata: path=", item->path}});
+    }
+  }
+}
+
+void dumpDeployment(NoxDeploymentNode& deployment) {
+  dumpLine({{"#deployment: application=", deployment.application}, {" debug_test=", deployment.debugTest}});
+  for (const auto& pathMap : deployment.pathMapNodeList.nodes) {
+    dumpLine("##pathmap:");
+    for (const auto& item : pathMap->pathMapDataNodeList.nodes) {
+      dumpLine({{"###pmdata: front=", item->front}, {" replace_by=", item->replaceBy}});
+    }
+  }
+}
+
+}  // namespace
+
+bool dumpNoxMaster(NoxMaster& master) {
+  if (master.root == nullptr) {
+    return false;
+  }
+  dumpLine("=================DEPENDENCY======================");
+  for (const auto& dependency : master.root->dependencyNodeList.nodes) {
+    dumpDependency(*dependency);
+  }
+  dumpLine("=================================================");
+  dumpLine("=================DEVELOPMENT=====================");
+  for (const auto& development : master.root->developmentNodeList.nodes) {
+    dumpDevelopment(*development);
+  }
+  dumpLine("===============================================");
+  dumpLine("=================SECURITY======================");
+  for (const auto& security : master.root->securityNodeList.nodes) {
+    dumpSecurity(*security);
+  }
+  dumpLine("===============================================");
+  dumpLine("=================DEPLOYMENT=====================");
+  for (const auto& deployment : master.root->deploymentNodeList.nodes) {
+    dumpDeployment(*deployment);
+  }
+  dumpLine("==================================================");
+  return true;
+}
+
+}  // namespace jexxml

@@ -1,0 +1,154 @@
+// The diagnostic dumps, and through them what the trees hold.
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "manifest/kiv_dump.h"
+#include "project/nox_dump.h"
+#include "support/captured_stderr.h"
+#include "support/parsed_document.h"
+
+namespace jexxml {
+namespace {
+
+// Every kind of element, out of order, among what is to be skipped.
+constexpr const char* project = R"(<any type="t">
+  <security><exclude message="m"><data path="keys"/></exclude><exclude/></security>
+  <dependency/>
+  <!-- <dependency/> --><directory/><data/><Dependency/><x:dependency xmlns:x="x"/>
+  <dependency>
+    text<directory path="src"><data pathd="src/a" name="a"/><data name=""/></directory>
+    <data/>
+  </dependency>
+  <development debug_level="1" debug_log="l" project="p">
+    <addpath><data where="w" path="lib"/></addpath>
+    <data/>
+    <rootmacro><data name="N" abspath="/n"/></rootmacro>
+    <rootmacro/>
+  </development>
+  <deployment application="app" debug_test="0"><pathmap><data front="/a" replace_by="/b"/></pathmap></deployment>
+  <development/>
+</any>)";
+
+constexpr const char* projectDump = R"(
+=================DEPENDENCY======================
+#dependency:
+#dependency:
+##directory: path=src
+###data: pathd=src/a name=a
+###data: pathd= name=
+=================================================
+=================DEVELOPMENT=====================
+#development: project=p debug_log=l debug_level=1
+##rootmacro:
+###rmdata: name=N abspath=/n
+##rootmacro:
+##addpath:
+###apdata: path=lib where=w
+#development: project= debug_log= debug_level=
+===============================================
+=================SECURITY======================
+#security:
+##exclude: message=m
+###secdata: path=keys
+##exclude: message=
+===============================================
+=================DEPLOYMENT=====================
+#deployment: application=app debug_test=0
+##pathmap:
+###pmdata: front=/a replace_by=/b
+==================================================)";
+
+constexpr const char* manifest = R"(<any><kiv application="calc">
+  <varnixpath><data path="bin"/></varnixpath><varnixpath/>
+  <rootmacro><data name="start" abspath="/opt/calc/start"/></rootmacro><rootmacro/>
+  <filemap><root path="lib"><data dir_name="lib" file_name="util" dir_rename="lib2"/></root><root/></filemap>
+  <filemap/>
+</kiv><kiv/></any>)";
+
+constexpr const char* manifestDump = R"(
+=======================KIV============================
+#kiv: application=calc
+##rootmacro: no of data nodes=1
+###data: name=start abspath=/opt/calc/start
+##rootmacro: no of data nodes=0
+##filemap:
+###root: path=lib
+####data: dir_name=lib file_name=util dir_rename=lib2 file_rename=
+###root: path=
+##filemap:
+##varnixpath:
+###data: path=bin
+##varnixpath:
+#kiv: application=
+=======================================================)";
+
+TEST(Dump, ShowsTheProjectInTheOrderOfItsSchema) {
+  CapturedStderr captured;
+  const ParsedDocument parsed(project);
+  NoxMaster master{parsed.document, nullptr};
+  EXPECT_TRUE(buildNoxMaster(master));
+  EXPECT_EQ(master.root->type.getText(), "t");
+  EXPECT_EQ(captured.take(), "");
+  for (int run = 0; run < 2; ++run) {
+    EXPECT_TRUE(dumpNoxMaster(master));
+    EXPECT_EQ(captured.take(), projectDump);
+  }
+}
+
+TEST(Dump, ShowsTheManifestInTheOrderOfItsSchema) {
+  CapturedStderr captured;
+  const ParsedDocument parsed(manifest);
+  KivMaster master{parsed.document, nullptr};
+  EXPECT_TRUE(buildKivMaster(master));
+  EXPECT_EQ(captured.take(), "");
+  for (int run = 0; run < 2; ++run) {
+    EXPECT_TRUE(dumpKivMaster(master));
+    EXPECT_EQ(captured.take(), manifestDump);
+  }
+}
+
+TEST(Dump, IsOfBannersOnlyForAnEmptyTreeAndOfNothingWithoutOne) {
+  CapturedStderr captured;
+  const ParsedDocument parsed("<any/>");
+  KivMaster kiv{parsed.document, nullptr};
+  NoxMaster nox{parsed.document, nullptr};
+  EXPECT_FALSE(dumpKivMaster(kiv));
+  EXPECT_FALSE(dumpNoxMaster(nox));
+  EXPECT_EQ(captured.take(), "");
+  const auto lineLengths = [&captured] {
+    std::istringstream lines(captured.take());
+    std::vector<std::size_t> lengths;
+    for (std::string line; std::getline(lines, line);) {
+      lengths.push_back(line.size());
+    }
+    return lengths;
+  };
+  buildKivMaster(kiv);
+  dumpKivMaster(kiv);
+  EXPECT_EQ(lineLengths(), (std::vector<std::size_t>{0, 54, 55}));
+  buildNoxMaster(nox);
+  dumpNoxMaster(nox);
+  EXPECT_EQ(lineLengths(), (std::vector<std::size_t>{0, 49, 49, 49, 47, 47, 47, 48, 50}));
+}
+
+TEST(Dump, TellsOfUnfetchedAttributesAfterTheLineBefore) {
+  CapturedStderr captured;
+  const ParsedDocument parsed("<r><deployment/></r>");
+  NoxMaster master{parsed.document, nullptr};
+  buildNoxMaster(master);
+  const NodeAttribute unfetched(nullptr, nullptr);
+  master.root->deploymentNodeList.at(0)->application = unfetched;
+  master.root->deploymentNodeList.at(0)->debugTest = unfetched;
+  for (int run = 0; run < 2; ++run) {
+    dumpNoxMaster(master);
+    EXPECT_NE(captured.take().find("DEPLOYMENT=====================Attribute has not been built!\n"
+                                   "Attribute has not been built!\n\n#deployment: application= debug_test=\n==="),
+              std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace jexxml
