@@ -55,7 +55,7 @@ DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
     std::cerr << "Error building input source" << std::endl;
     return;
   }
-  parsedDocument = parseDocument(*gInputSource);
+  parsedDocument = parseDocument(*gInputSource, gByteArray.length);
   if (parsedDocument == nullptr) {
     std::cerr << "Error buiding DOM" << std::endl;
   }

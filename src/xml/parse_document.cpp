@@ -1,11 +1,10 @@
 #include "xml/parse_document.h"
 
+#include "xml/document_parser.h"
 #include "xml/lcp_text.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include <iostream>
@@ -19,15 +18,6 @@ std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
 namespace {
 
-constexpr XMLSize_t entityExpansionLimit = 50'000;
-
-// Limits of every parse; the parsers refer to it, so it outlives them.
-xercesc::SecurityManager* securityManager() {
-  static xercesc::SecurityManager manager;
-  manager.setEntityExpansionLimit(entityExpansionLimit);
-  return &manager;
-}
-
 void configure(XercesDOMParser& parser) {
   parser.setValidationScheme(XercesDOMParser::Val_Auto);  // by the document's own DTD, if it has one
   parser.setDoNamespaces(true);
@@ -36,18 +26,19 @@ void configure(XercesDOMParser& parser) {
   parser.setCreateEntityReferenceNodes(true);
 
   parser.setDisableDefaultEntityResolution(true);
-  parser.setSecurityManager(securityManager());
 }
 
 }  // namespace
 
-DOMNode* parseDocument(const xercesc::InputSource& source) {
-  gParser.reset(new XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr));
+DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
+  gParser.reset(new DocumentParser(size));
   configure(*gParser);
   gErrorReporter = std::make_unique<JexXmlErrorReporter>();
   gParser->setErrorHandler(gErrorReporter.get());
   try {
     gParser->parse(source);
+  } catch (const DocumentRefused&) {
+    return nullptr;
   } catch (const xercesc::XMLException& exception) {
     std::cerr << "An error occurred during parsing\n   Message: " << LcpText(exception.getMessage()) << std::endl;
     return nullptr;

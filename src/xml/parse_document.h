@@ -22,11 +22,11 @@ extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 // the last have been written to the standard error stream. Whatever the result, the new parser and
 // reporter stand in the slots above; whoever empties them takes the parser first.
 //
-// Nothing outside the source is read: external entities and DTDs are fatal errors, and so are more
-// entity expansions than any description file needs.
+// Nothing outside the source is read: external entities and DTDs are fatal errors, and so is a document
+// that goes over the limits of xml/document_parser.h. `size` is the document's size in bytes.
 //
 // REQUIRES: the parser library is started, and the slots are empty.
-DOMNode* parseDocument(const xercesc::InputSource& source);
+DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size);
 
 }  // namespace jexxml
 

@@ -15,7 +15,7 @@ class ParsedDocument {
   explicit ParsedDocument(const std::string& text) {
     xercesc::XMLPlatformUtils::Initialize();
     const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), "JexXml");
-    document = jexxml::parseDocument(source);
+    document = jexxml::parseDocument(source, text.size());
   }
   ParsedDocument(const ParsedDocument&) = delete;
   ParsedDocument& operator=(const ParsedDocument&) = delete;

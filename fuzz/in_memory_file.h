@@ -1,0 +1,32 @@
+// A file that exists in memory only, for functions that take a file's name.
+#ifndef QZJEXXML_FUZZ_IN_MEMORY_FILE_H
+#define QZJEXXML_FUZZ_IN_MEMORY_FILE_H
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+class InMemoryFile {
+ public:
+  InMemoryFile(const std::uint8_t* bytes, std::size_t size) : descriptor(memfd_create("input", 0)) {
+    if (write(descriptor, bytes, size) != static_cast<ssize_t>(size)) {
+      std::abort();
+    }
+    std::cerr.rdbuf(nullptr);  // diagnostics are not looked at
+  }
+  InMemoryFile(const InMemoryFile&) = delete;
+  InMemoryFile& operator=(const InMemoryFile&) = delete;
+  ~InMemoryFile() { close(descriptor); }
+
+  std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+ private:
+  int descriptor;
+};
+
+#endif  // QZJEXXML_FUZZ_IN_MEMORY_FILE_H

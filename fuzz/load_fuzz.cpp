@@ -1,0 +1,43 @@
+// Feeds a file to both loads; a good one must still load afterwards.
+#include <qzjexxml/qzjexxml.h>
+
+#include <string_view>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "in_memory_file.h"
+
+namespace {
+
+KIVData* loadManifest(const InMemoryFile& file) {
+  KIVData* manifest = nullptr;
+  if (InitKIVData(file.path().c_str(), &manifest) != 1 || manifest == nullptr) {
+    std::abort();
+  }
+  return manifest;
+}
+
+}  // namespace
+
+// Started here once, the parser library costs the loads nothing to start and stop.
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  xercesc::XMLPlatformUtils::Initialize();
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  const InMemoryFile file(bytes, size);
+  KIVData* manifest = loadManifest(file);
+  TermKIVData(&manifest);
+  void* project = nullptr;
+  if (InitNOXData(file.path().c_str(), &project) != 0 || project != nullptr) {
+    std::abort();
+  }
+  static constexpr std::string_view good = "<r><kiv><varnixpath><data path='p'/></varnixpath></kiv></r>";
+  const InMemoryFile goodFile(reinterpret_cast<const std::uint8_t*>(good.data()), good.size());
+  manifest = loadManifest(goodFile);
+  if (manifest->varnixPath != std::vector<std::string>{"p"}) {
+    std::abort();
+  }
+  TermKIVData(&manifest);
+  return 0;
+}
