@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# The command itself: outputs compared whole, and exit statuses. Arguments: the words that run it.
+set -euo pipefail
+tool=("$@")
+examples=$(cd "$(dirname "$0")/../examples" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cd "$scratch"
+export LC_ALL=C
+failures=0
+
+# check STATUS STDOUT STDERR ARGUMENT...: runs the command; its standard input is this function's.
+check() {
+  local status=$1 out=$2 err=$3 got=0
+  shift 3
+  "${tool[@]}" "$@" >out 2>err || got=$?
+  if [ "$got" -ne "$status" ] || ! diff <(printf '%s' "$out") out || ! diff <(printf '%s' "$err") err; then
+    echo "FAILED with $got: qzjexxml $*" >&2
+    failures=$((failures + 1))
+  fi
+}
+
+cp "$examples/project.xml" project.xml
+cat >a.xml <<'END'
+<r><kiv application="calc"><rootmacro><data name="N" abspath="/n"/><data name="Größe" abspath="/g"/></rootmacro>
+<filemap><root path="r"><data dir_name="d" file_name="f" file_rename="F"/></root></filemap>
+<varnixpath><data path="p"/></varnixpath></kiv></r>
+END
+echo '<r/>' >b.xml
+echo '<r>' >bad.xml
+table='root macros
+  Größe = /g
+  N     = /n
+file map
+  r/d/f -> d/F
+search path
+  p
+'
+empty='root macros
+file map
+search path
+'
+bad_report='qzjexxml: bad.xml: cannot be loaded
+Fatal Error at file "JexXml", line 2, column 1
+   Message: input ended before all started tags were ended; last tag started is '"'r'"'
+Error buiding DOM
+'
+tree='=======================KIV============================
+=======================================================
+'
+check 0 "$table" '' manifest a.xml
+check 1 "a.xml:
+${table}b.xml:
+$empty" "$bad_report" manifest a.xml bad.xml b.xml
+json='"rootMacros":{"Größe":"/g","N":"/n"},"fileMap":{"r/d/f":"d/F"},"varnixPath":["p"]}'
+check 0 "{\"file\":\"a.xml\",$json
+{\"file\":\"b.xml\",\"rootMacros\":{},\"fileMap\":{},\"varnixPath\":[]}
+" '' manifest --json a.xml b.xml
+cp a.xml $'caf\xe9.xml'
+check 0 "{\"file\":\"caf"$'\xef\xbf\xbd'".xml\",$json
+" '' manifest --json $'caf\xe9.xml'
+check 0 "$tree" '' manifest --tree b.xml
+check 0 '' '' project project.xml b.xml
+check 1 '' "$bad_report" project project.xml bad.xml b.xml
+"${tool[@]}" project --tree project.xml | grep -qx '##exclude: message=Keys are never packaged.'
+
+printf 'pw\nsecond line\n' >pw
+echo other >other
+: >empty
+check 0 'a.xml -> a.enc
+b.xml -> b.enc
+' '' encrypt --passphrase-file pw a.xml b.xml
+check 0 'a.enc: OK
+' '' verify --passphrase-file - a.enc <pw
+check 1 'b.enc: OK
+' 'qzjexxml: a.xml: wrong passphrase or damaged file
+' verify --passphrase-file pw a.xml b.enc
+check 1 '' 'qzjexxml: a.enc: wrong passphrase or damaged file
+' decrypt --passphrase-file other a.enc
+"${tool[@]}" decrypt --passphrase-file pw a.enc | cmp - a.xml
+echo kept >plain
+check 1 '' 'qzjexxml: a.enc: wrong passphrase or damaged file
+' decrypt -o plain --passphrase-file other a.enc
+grep -qx kept plain
+check 0 '' '' decrypt -o plain --passphrase-file pw a.enc
+cmp plain a.xml
+[ "$(stat -c %a plain)" = 600 ]
+check 1 '' 'qzjexxml: no/plain: cannot be written: No such file or directory
+' decrypt -o no/plain --passphrase-file pw a.enc
+check 1 '' 'qzjexxml: nope: cannot be encrypted
+Could not open file: nope
+' encrypt --passphrase-file pw nope
+check 1 '' 'qzjexxml: passphrase: it is empty, which protects nothing
+' encrypt --passphrase-file empty a.xml
+ln -s /dev/full full.enc
+cp a.xml full.xml
+check 1 '' 'qzjexxml: full.enc: cannot be decrypted
+Could not read file!
+qzjexxml: full.enc: is not what was to be written; the disk may be full
+' encrypt --passphrase-file pw full.xml
+for arguments in 'manifest a.xml' 'decrypt --passphrase-file pw a.enc' --version; do
+  # shellcheck disable=SC2086
+  got=0 && "${tool[@]}" $arguments >/dev/full 2>err || got=$?
+  if [ $got -ne 1 ] || [ "$(cat err)" != 'qzjexxml: standard output: cannot be written' ]; then
+    echo "FAILED on a full disk: $arguments" >&2
+    failures=$((failures + 1))
+  fi
+done
+
+check 0 'qzjexxml 7.1.0.144 (July 26, 2005)
+' '' --version
+for arguments in '' nonsense manifest 'manifest --json --tree a.xml' 'decrypt a.enc b.enc'; do
+  # shellcheck disable=SC2086
+  got=0 && "${tool[@]}" $arguments >out 2>/dev/null || got=$?
+  [ $got -eq 2 ] && [ ! -s out ] || { echo "FAILED usage: $arguments" >&2; failures=$((failures + 1)); }
+done
+"${tool[@]}" encrypt --help | grep -q passphrase-file
+[ ! -e a.xml.?????? ]
+exit $((failures > 0))
