@@ -111,8 +111,8 @@ const Hostile documents[] = {
      [] { return withDtd(entityTower("", "&", "", 9, 10) + "<!ATTLIST a b CDATA '&e8;'>", "<a/>"); }, tooManyOpened},
     {"ParameterEntities", [] { return withDtd(entityTower("% ", "&#37;", " ", 9, 10) + "%e8;", "<a/>"); },
      tooManyOpened},
-    {"LargeEntitiesInText",
-     [] { return withDtd(entityTower("", "&", std::string(10000, 'x'), 5, 10), "<a>&e4;</a>"); }, tooLarge},
+    {"LargeEntitiesInText", [] { return withDtd(entityTower("", "&", std::string(10000, 'x'), 5, 10), "<a>&e4;</a>"); },
+     tooLarge},
     {"LargeEntitiesInDefaults",
      [] {
        return withDtd(entityTower("", "&", std::string(10000, 'x'), 5, 10) + "<!ATTLIST a b CDATA '&e4;'>", "<a/>");
@@ -137,7 +137,8 @@ const Hostile documents[] = {
      [] { return "<a>" + repeat(300000, [](int i) { return "<b xmlns='u" + std::to_string(i) + "'/>"; }) + "</a>"; },
      "the document declares more than 10,000 namespaces"},
     {"ALongAttribute", [] { return "<a b='" + std::string(50000000, 'x') + "'/>"; }, ""},
-    {"NulBytes", [] { return std::string("<a>\0</a>", 8); }, "input ended before all started tags were ended; last tag started is 'a'"},
+    {"NulBytes", [] { return std::string("<a>\0</a>", 8); },
+     "input ended before all started tags were ended; last tag started is 'a'"},
     {"AnUnknownEncoding", [] { return "<?xml version='1.0' encoding='none'?><a/>"; },
      "unable to create converter for 'NONE' encoding"},
     {"ALyingEncoding", [] { return "<?xml version='1.0' encoding='UTF-16'?><a/>"; }, ""},

@@ -1,10 +1,10 @@
 #include "description_commands.h"
 
 #include <qzjexxml/qzjexxml.h>
-#include <wchar.h>
 
 #include <algorithm>
 #include <clocale>
+#include <cwchar>
 #include <iostream>
 #include <map>
 #include <memory>

@@ -1,12 +1,12 @@
 #include "encryption_commands.h"
 
 #include <qzjexxml/qzjexxml.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <string_view>

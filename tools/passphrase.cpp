@@ -2,10 +2,10 @@
 
 #include <bsd/readpassphrase.h>
 #include <fcntl.h>
-#include <string.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 
 namespace tool {
 

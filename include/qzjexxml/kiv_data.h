@@ -47,7 +47,7 @@ class CStringHolder {
   bool owned = false;  // `str` is freed with delete[]
 
  private:
-  void freeText() {
+  void freeText() const {
     if (owned) {
       delete[] str;
     }

@@ -3,6 +3,7 @@
 #include <iconv.h>
 #include <langinfo.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <clocale>
@@ -53,7 +54,7 @@ class Conversion {
   }
 
  private:
-  bool isOpen() const { return descriptor != reinterpret_cast<iconv_t>(-1); }
+  bool isOpen() const { return descriptor != reinterpret_cast<iconv_t>(-1); }  // NOLINT(performance-no-int-to-ptr)
 
   template <typename To>
   bool appendChunks(std::basic_string<To>& output, char** in, std::size_t* inLeft) const {
@@ -165,7 +166,7 @@ Char* allocateText(std::size_t count) {
 template <typename Char>
 Char* newText(const std::basic_string<Char>& content) {
   Char* text = allocateText<Char>(content.size());
-  std::memcpy(text, content.data(), content.size() * sizeof(Char));
+  std::copy(content.begin(), content.end(), text);
   return text;
 }
 

@@ -1,6 +1,9 @@
 #include "manifest/populate_kiv_data.h"
 
+#include <initializer_list>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace jexxml {
@@ -18,16 +21,29 @@ const std::string& restoredName(NodeAttribute& rename, NodeAttribute& name) {
   return rename.getText().empty() ? name.getText() : rename.getText();
 }
 
+// The parts with '/' between them, as they stand.
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::size_t size = parts.size() - 1;
+  for (const std::string_view part : parts) {
+    size += part.size();
+  }
+  std::string path;
+  path.reserve(size);
+  path = *parts.begin();
+  for (const std::string_view part : std::span(parts.begin() + 1, parts.end())) {
+    path += '/';
+    path += part;
+  }
+  return path;
+}
+
 void populateFileMap(const KivFmNode& filemap, KIVData& data) {
   for (const auto& root : filemap.filemapRootNodeList.nodes) {
     const std::string& rootPath = root->path.getText();
     for (const auto& file : root->filemapDataNodeList.nodes) {
-      const std::string& dirName = file->dirName.getText();
-      const std::string& fileName = file->fileName.getText();
-      std::string source = rootPath + '/' + dirName + '/' + fileName;
-      std::string target = restoredName(file->dirRename, file->dirName) + '/';
-      target += restoredName(file->fileRename, file->fileName);
-
+      std::string source = joined({rootPath, file->dirName.getText(), file->fileName.getText()});
+      std::string target =
+          joined({restoredName(file->dirRename, file->dirName), restoredName(file->fileRename, file->fileName)});
       FileMapEntry& entry = data.fileMap[std::move(source)];
       entry.target = std::move(target);
       entry.holder.isDefault = false;

@@ -31,7 +31,7 @@ void configure(XercesDOMParser& parser) {
 }  // namespace
 
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
-  gParser.reset(new DocumentParser(size));
+  gParser = std::make_unique<DocumentParser>(size);
   configure(*gParser);
   gErrorReporter = std::make_unique<JexXmlErrorReporter>();
   gParser->setErrorHandler(gErrorReporter.get());

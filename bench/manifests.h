@@ -1,0 +1,23 @@
+// The files that the benchmarks read.
+#ifndef QZJEXXML_BENCH_MANIFESTS_H
+#define QZJEXXML_BENCH_MANIFESTS_H
+
+#include <string>
+
+namespace bench {
+
+enum class Shape {
+  sorted,   // short names in order, 1,000 files to a root
+  unsorted  // long distinct names in no order, 1 to 400 files to a root, about 90 bytes a file
+};
+
+// Writes a manifest of so many file-map entries into the temporary folder, once for each run of the
+// program, and returns its path. All are removed at the end.
+const std::string& manifestFile(Shape shape, int entries);
+
+// Likewise a file of 64 MiB that is no manifest.
+const std::string& largeFile();
+
+}  // namespace bench
+
+#endif  // QZJEXXML_BENCH_MANIFESTS_H
