@@ -39,8 +39,10 @@ std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
   constexpr const char* bufferId = "JexXml";  // names the document in every report
   constexpr bool adoptBuffer = false;
   xercesc::MemoryManager* manager = XMLPlatformUtils::fgMemoryManager;
-  return std::unique_ptr<MemBufInputSource>(new (manager) MemBufInputSource(
+  std::unique_ptr<MemBufInputSource> source(new (manager) MemBufInputSource(
       reinterpret_cast<const XMLByte*>(gByteArray.data), gByteArray.length, bufferId, adoptBuffer, manager));
+  source->setCopyBufToStream(false);  // the bytes outlive the parse
+  return source;
 }
 
 }  // namespace
