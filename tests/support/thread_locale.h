@@ -5,19 +5,18 @@
 #include <locale.h>
 #include <stdlib.h>
 
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
+
 #include <stdexcept>
 #include <string>
-
-// For the leak checker: the C library's newlocale does not free its own parsed copy of LOCPATH.
-extern "C" [[gnu::used, gnu::visibility("default")]] inline const char* __lsan_default_suppressions() {
-  return "leak:__argz_add_sep";
-}
 
 class ThreadLocale {
  public:
   explicit ThreadLocale(const std::string& name) {
     setenv("LOCPATH", LOCALE_FOLDER, 1);
-    locale = newlocale(LC_ALL_MASK, name.c_str(), nullptr);
+    locale = newLocale(name.c_str());
     unsetenv("LOCPATH");
     if (locale == nullptr) {
       throw std::runtime_error("no locale " + name);
@@ -32,6 +31,14 @@ class ThreadLocale {
   }
 
  private:
+  // The C library does not free its own parsed copy of LOCPATH, which is kept from the leak checker here.
+  static locale_t newLocale(const char* name) {
+#if defined(__SANITIZE_ADDRESS__)
+    const __lsan::ScopedDisabler disabler;
+#endif
+    return newlocale(LC_ALL_MASK, name, nullptr);
+  }
+
   locale_t locale = nullptr;
   locale_t previous = nullptr;
 };
