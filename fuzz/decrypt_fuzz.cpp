@@ -6,7 +6,8 @@
 #include "in_memory_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  // Costs are at offsets 8 to 15. Those that are allowed but slow would only slow the search down.
+  // More than one pass, little-endian at offset 8, over 64 MiB or more, in KiB at offset 12, would only
+  // slow the search down.
   if (size >= 16 && bytes[8] > 1 && bytes[9] == 0 && bytes[14] != 0) {
     return -1;
   }
