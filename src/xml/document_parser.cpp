@@ -7,6 +7,7 @@
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 namespace jexxml {
 
@@ -91,6 +92,12 @@ void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsi
   XercesDOMParser::endElement(declaration, uriId, isRoot, prefix);
 }
 
+void DocumentParser::docCharacters(const XMLCh* /*text*/, XMLSize_t length, bool /*isCdata*/) { skipText(length); }
+
+void DocumentParser::ignorableWhitespace(const XMLCh* /*text*/, XMLSize_t length, bool /*isCdata*/) {
+  skipText(length);
+}
+
 void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) {
   countDeclaration();
   XercesDOMParser::entityDecl(declaration, isParameterEntity, isIgnored);
@@ -108,7 +115,7 @@ void DocumentParser::checkAttributeName(std::size_t place, const XMLCh* name) {
     lastNames.resize(place + 1);
   }
   std::u16string& lastName = lastNames[place];
-  if (lastName != name) {
+  if (!xercesc::XMLString::equals(lastName.c_str(), name)) {
     lastName = name;
     attributeNames.insert(lastName);
     if (attributeNames.size() > maximumNames) {
@@ -133,7 +140,17 @@ void DocumentParser::checkAllocation(std::size_t size) {
   if (size >= entityReaderSize && ++entitiesOpened > maximumEntitiesOpened) {
     refuse(u"the document expands more than 60,000 entities");
   }
-  if (memory.bytesInUse + size > memoryLimit) {
+  checkSize(size);
+}
+
+// Text that is not kept takes no memory, but time to read, so it counts all the same.
+void DocumentParser::skipText(std::size_t length) {
+  skippedText += length * sizeof(XMLCh);
+  checkSize(0);
+}
+
+void DocumentParser::checkSize(std::size_t growth) {
+  if (memory.bytesInUse + skippedText + growth > memoryLimit) {
     refuse(u"the document expands to far more than its size");
   }
 }

@@ -62,8 +62,9 @@ struct DocumentMemory {
   CountedMemory memory;
 };
 
-// Serves one parse. A document that goes over a limit is reported to the error handler as a fatal error,
-// with the place in the document, and DocumentRefused is thrown.
+// Serves one parse. The document that it builds holds no text: the vocabularies have none, so that it would
+// mostly be the white space between elements. A document that goes over a limit is reported to the error handler as a
+// fatal error, with the place in the document, and DocumentRefused is thrown.
 class DocumentParser final : private DocumentMemory, public xercesc::XercesDOMParser {
  public:
   // The memory that the document may take is in proportion to its size in bytes.
@@ -77,17 +78,22 @@ class DocumentParser final : private DocumentMemory, public xercesc::XercesDOMPa
                     bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
+  void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+  void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) override;
   void entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) override;
   void notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) override;
 
  private:
   void checkAllocation(std::size_t size);
+  void checkSize(std::size_t growth);
+  void skipText(std::size_t length);
   void checkAttributeName(std::size_t place, const XMLCh* name);
   void countDeclaration();
   [[noreturn]] void refuse(const char16_t* message);
 
   xercesc::SecurityManager securityManager;
   std::size_t memoryLimit;
+  std::size_t skippedText = 0;  // bytes
   bool refused = false;
   std::size_t depth = 0;
   std::size_t namespaces = 0;
