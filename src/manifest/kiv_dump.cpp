@@ -7,30 +7,30 @@
 namespace jexxml {
 namespace {
 
-void dumpRootMacro(const KivRmNode& rootMacro) {
+void dumpRootMacro(KivRmNode& rootMacro) {
   dumpLine("##rootmacro: no of data nodes=" + std::to_string(rootMacro.rootMacroDataNodeList.size()));
-  for (const auto& item : rootMacro.rootMacroDataNodeList.nodes) {
-    dumpLine({{"###data: name=", item->name}, {" abspath=", item->abspath}});
+  for (auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+    dumpLine({{"###data: name=", item.name}, {" abspath=", item.abspath}});
   }
 }
 
-void dumpFilemap(const KivFmNode& filemap) {
+void dumpFilemap(KivFmNode& filemap) {
   dumpLine("##filemap:");
-  for (const auto& root : filemap.filemapRootNodeList.nodes) {
-    dumpLine({{"###root: path=", root->path}});
-    for (const auto& file : root->filemapDataNodeList.nodes) {
-      dumpLine({{"####data: dir_name=", file->dirName},
-                {" file_name=", file->fileName},
-                {" dir_rename=", file->dirRename},
-                {" file_rename=", file->fileRename}});
+  for (auto& root : filemap.filemapRootNodeList.nodes) {
+    dumpLine({{"###root: path=", root.path}});
+    for (auto& file : root.filemapDataNodeList.nodes) {
+      dumpLine({{"####data: dir_name=", file.dirName},
+                {" file_name=", file.fileName},
+                {" dir_rename=", file.dirRename},
+                {" file_rename=", file.fileRename}});
     }
   }
 }
 
-void dumpVarnixPath(const KivVpNode& varnixPath) {
+void dumpVarnixPath(KivVpNode& varnixPath) {
   dumpLine("##varnixpath:");
-  for (const auto& item : varnixPath.varnixPathDataNodeList.nodes) {
-    dumpLine({{"###data: path=", item->path}});
+  for (auto& item : varnixPath.varnixPathDataNodeList.nodes) {
+    dumpLine({{"###data: path=", item.path}});
   }
 }
 
@@ -41,16 +41,16 @@ bool dumpKivMaster(KivMaster& master) {
     return false;
   }
   dumpLine("=======================KIV============================");
-  for (const auto& kiv : master.root->kivNodeList.nodes) {
-    dumpLine({{"#kiv: application=", kiv->application}});
-    for (const auto& rootMacro : kiv->rootMacroNodeList.nodes) {
-      dumpRootMacro(*rootMacro);
+  for (auto& kiv : master.root->kivNodeList.nodes) {
+    dumpLine({{"#kiv: application=", kiv.application}});
+    for (auto& rootMacro : kiv.rootMacroNodeList.nodes) {
+      dumpRootMacro(rootMacro);
     }
-    for (const auto& filemap : kiv->filemapNodeList.nodes) {
-      dumpFilemap(*filemap);
+    for (auto& filemap : kiv.filemapNodeList.nodes) {
+      dumpFilemap(filemap);
     }
-    for (const auto& varnixPath : kiv->varnixPathNodeList.nodes) {
-      dumpVarnixPath(*varnixPath);
+    for (auto& varnixPath : kiv.varnixPathNodeList.nodes) {
+      dumpVarnixPath(varnixPath);
     }
   }
   dumpLine("=======================================================");

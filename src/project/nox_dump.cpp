@@ -5,12 +5,12 @@
 namespace jexxml {
 namespace {
 
-void dumpDependency(const NoxDependencyNode& dependency) {
+void dumpDependency(NoxDependencyNode& dependency) {
   dumpLine("#dependency:");
-  for (const auto& directory : dependency.directoryNodeList.nodes) {
-    dumpLine({{"##directory: path=", directory->path}});
-    for (const auto& item : directory->dataNodeList.nodes) {
-      dumpLine({{"###data: pathd=", item->pathd}, {" name=", item->name}});
+  for (auto& directory : dependency.directoryNodeList.nodes) {
+    dumpLine({{"##directory: path=", directory.path}});
+    for (auto& item : directory.dataNodeList.nodes) {
+      dumpLine({{"###data: pathd=", item.pathd}, {" name=", item.name}});
     }
   }
 }
@@ -19,36 +19,36 @@ void dumpDevelopment(NoxDevelopmentNode& development) {
   dumpLine({{"#development: project=", development.project},
             {" debug_log=", development.debugLog},
             {" debug_level=", development.debugLevel}});
-  for (const auto& rootMacro : development.rootMacroNodeList.nodes) {
+  for (auto& rootMacro : development.rootMacroNodeList.nodes) {
     dumpLine("##rootmacro:");
-    for (const auto& item : rootMacro->rootMacroDataNodeList.nodes) {
-      dumpLine({{"###rmdata: name=", item->name}, {" abspath=", item->abspath}});
+    for (auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+      dumpLine({{"###rmdata: name=", item.name}, {" abspath=", item.abspath}});
     }
   }
-  for (const auto& addPath : development.addPathNodeList.nodes) {
+  for (auto& addPath : development.addPathNodeList.nodes) {
     dumpLine("##addpath:");
-    for (const auto& item : addPath->addPathDataNodeList.nodes) {
-      dumpLine({{"###apdata: path=", item->path}, {" where=", item->where}});
+    for (auto& item : addPath.addPathDataNodeList.nodes) {
+      dumpLine({{"###apdata: path=", item.path}, {" where=", item.where}});
     }
   }
 }
 
-void dumpSecurity(const NoxSecNode& security) {
+void dumpSecurity(NoxSecNode& security) {
   dumpLine("#security:");
-  for (const auto& exclude : security.excludeNodeList.nodes) {
-    dumpLine({{"##exclude: message=", exclude->message}});
-    for (const auto& item : exclude->secDataNodeList.nodes) {
-      dumpLine({{"###secdata: path=", item->path}});
+  for (auto& exclude : security.excludeNodeList.nodes) {
+    dumpLine({{"##exclude: message=", exclude.message}});
+    for (auto& item : exclude.secDataNodeList.nodes) {
+      dumpLine({{"###secdata: path=", item.path}});
     }
   }
 }
 
 void dumpDeployment(NoxDeploymentNode& deployment) {
   dumpLine({{"#deployment: application=", deployment.application}, {" debug_test=", deployment.debugTest}});
-  for (const auto& pathMap : deployment.pathMapNodeList.nodes) {
+  for (auto& pathMap : deployment.pathMapNodeList.nodes) {
     dumpLine("##pathmap:");
-    for (const auto& item : pathMap->pathMapDataNodeList.nodes) {
-      dumpLine({{"###pmdata: front=", item->front}, {" replace_by=", item->replaceBy}});
+    for (auto& item : pathMap.pathMapDataNodeList.nodes) {
+      dumpLine({{"###pmdata: front=", item.front}, {" replace_by=", item.replaceBy}});
     }
   }
 }
@@ -60,23 +60,23 @@ bool dumpNoxMaster(NoxMaster& master) {
     return false;
   }
   dumpLine("=================DEPENDENCY======================");
-  for (const auto& dependency : master.root->dependencyNodeList.nodes) {
-    dumpDependency(*dependency);
+  for (auto& dependency : master.root->dependencyNodeList.nodes) {
+    dumpDependency(dependency);
   }
   dumpLine("=================================================");
   dumpLine("=================DEVELOPMENT=====================");
-  for (const auto& development : master.root->developmentNodeList.nodes) {
-    dumpDevelopment(*development);
+  for (auto& development : master.root->developmentNodeList.nodes) {
+    dumpDevelopment(development);
   }
   dumpLine("===============================================");
   dumpLine("=================SECURITY======================");
-  for (const auto& security : master.root->securityNodeList.nodes) {
-    dumpSecurity(*security);
+  for (auto& security : master.root->securityNodeList.nodes) {
+    dumpSecurity(security);
   }
   dumpLine("===============================================");
   dumpLine("=================DEPLOYMENT=====================");
-  for (const auto& deployment : master.root->deploymentNodeList.nodes) {
-    dumpDeployment(*deployment);
+  for (auto& deployment : master.root->deploymentNodeList.nodes) {
+    dumpDeployment(deployment);
   }
   dumpLine("==================================================");
   return true;

@@ -5,8 +5,8 @@
 #include "xml/dom_navigation.h"
 #include "xml/xml_common_strings.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 namespace jexxml {
@@ -23,10 +23,9 @@ struct ChildNodeList {
     parent = element;
     DOMNode* current = GetFirstChildWithThisName(parent, T::elementName);
     const int count = CountDirectChildrenWithThisName(parent, T::elementName);
+    nodes.reserve(nodes.size() + static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {
-      auto node = std::make_unique<T>(current, commonStrings);
-      node->process();
-      nodes.push_back(std::move(node));
+      append(current, commonStrings);
       current = GetNextSiblingWithThisName(current, T::elementName);
     }
     return true;
@@ -35,13 +34,25 @@ struct ChildNodeList {
   int size() const { return static_cast<int>(nodes.size()); }
 
   // Null when `index` is negative or not below size().
-  T* at(int index) const {
+  T* at(int index) {
     const auto place = static_cast<std::size_t>(index);
-    return place < nodes.size() ? nodes[place].get() : nullptr;
+    return place < nodes.size() ? &nodes[place] : nullptr;
   }
 
-  std::vector<std::unique_ptr<T>> nodes;
+  std::vector<T> nodes;       // side by side: a file map has very many
   DOMNode* parent = nullptr;  // not owned; null until built
+
+ private:
+  // A child whose processing throws does not stay.
+  void append(DOMNode* element, const XmlCommonStrings* commonStrings) {
+    nodes.emplace_back(element, commonStrings);
+    try {
+      nodes.back().process();
+    } catch (...) {
+      nodes.pop_back();
+      throw;
+    }
+  }
 };
 
 }  // namespace jexxml
