@@ -92,6 +92,9 @@ const CodePage& currentCodePage() {
   return *current;
 }
 
+// ASCII that cannot begin what reads as an escape.
+bool isPlain(char16_t unit) { return unit < 0x80 && unit != u'\\'; }
+
 bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
 bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
@@ -214,7 +217,7 @@ char* utf16_to_lcp(const char16_t* text, int length) {
     return nullptr;
   }
   const std::u16string_view view = viewOf(text, length);
-  if (isAscii(view) && view.find(u'\\') == std::u16string_view::npos) {
+  if (std::ranges::all_of(view, isPlain)) {
     return newTextOfAscii<char>(view);
   }
   return newText(toLocalCodePage(view, currentCodePage()));
