@@ -92,6 +92,8 @@ const CodePage& currentCodePage() {
   return *current;
 }
 
+bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
 // ASCII that cannot begin what reads as an escape.
 bool isPlain(char16_t unit) { return unit < 0x80 && unit != u'\\'; }
 
@@ -189,15 +191,6 @@ std::basic_string_view<Char> viewOf(const Char* text, int length) {
                     : std::basic_string_view<Char>(text, static_cast<std::size_t>(length));
 }
 
-template <typename Char>
-bool isAscii(std::basic_string_view<Char> text) {
-  unsigned bits = 0;
-  for (const Char character : text) {
-    bits |= static_cast<unsigned>(character);
-  }
-  return bits < 0x80;
-}
-
 }  // namespace
 
 char16_t* lcp_to_utf16(const char* text, int length) {
@@ -205,7 +198,7 @@ char16_t* lcp_to_utf16(const char* text, int length) {
     return nullptr;
   }
   std::string_view view = viewOf(text, length);
-  if (isAscii(view)) {
+  if (std::ranges::all_of(view, isAscii)) {
     return newTextOfAscii<char16_t>(view);
   }
   std::u16string converted;

@@ -63,8 +63,8 @@ struct DocumentMemory {
 };
 
 // Serves one parse. The document that it builds holds no text: the vocabularies have none, so that it would
-// mostly be the white space between elements. A document that goes over a limit is reported to the error handler as a
-// fatal error, with the place in the document, and DocumentRefused is thrown.
+// mostly be the white space between elements. A document that goes over a limit is reported to the error
+// handler as a fatal error, with the place in the document, and DocumentRefused is thrown.
 class DocumentParser final : private DocumentMemory, public xercesc::XercesDOMParser {
  public:
   // The memory that the document may take is in proportion to its size in bytes.
