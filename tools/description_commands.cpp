@@ -117,16 +117,6 @@ ExitStatus showRecord(const std::string& file, const std::string& heading, Forma
   return outcome;
 }
 
-// Runs the command for each file.
-ExitStatus forEach(const std::vector<std::string>& files,
-                   const std::function<ExitStatus(const std::string&)>& command) {
-  ExitStatus status = allGood;
-  for (const std::string& file : files) {
-    status = std::max(status, command(file));
-  }
-  return finishOutput(status);
-}
-
 // What stands before a file's text: its name, where there are several files.
 std::string headingOf(const std::string& file, const std::vector<std::string>& files) {
   return files.size() > 1 ? file + ":\n" : "";
@@ -139,7 +129,7 @@ ExitStatus showManifests(const std::vector<std::string>& files, Format format) {
   if (format != Format::json) {
     std::setlocale(LC_CTYPE, "");
   }
-  return forEach(files, [&](const std::string& file) {
+  return forEachFile(files, [&](const std::string& file) {
     const std::string heading = headingOf(file, files);
     return format == Format::tree ? showTree(file, heading, jexxml::buildKivMaster, jexxml::dumpKivMaster)
                                   : showRecord(file, heading, format);
@@ -148,7 +138,7 @@ ExitStatus showManifests(const std::vector<std::string>& files, Format format) {
 
 ExitStatus checkProjects(const std::vector<std::string>& files, bool tree) {
   std::setlocale(LC_CTYPE, "");
-  return forEach(files, [&](const std::string& file) {
+  return forEachFile(files, [&](const std::string& file) {
     return tree ? showTree(file, headingOf(file, files), jexxml::buildNoxMaster, jexxml::dumpNoxMaster)
                 : outcomeOf(file, diagnosticsOf([&] {
                               void* handle = nullptr;

@@ -83,11 +83,7 @@ ExitStatus replaceFile(const std::string& file, std::string_view bytes) {
 }  // namespace
 
 ExitStatus encryptFiles(const std::vector<std::string>& files, Passphrase& passphrase) {
-  ExitStatus status = allGood;
-  for (const std::string& file : files) {
-    status = std::max(status, encrypt(file, passphrase));
-  }
-  return finishOutput(status);
+  return forEachFile(files, [&](const std::string& file) { return encrypt(file, passphrase); });
 }
 
 ExitStatus decryptFile(const std::string& file, const std::string& output, Passphrase& passphrase) {
@@ -103,16 +99,14 @@ ExitStatus decryptFile(const std::string& file, const std::string& output, Passp
 }
 
 ExitStatus verifyFiles(const std::vector<std::string>& files, Passphrase& passphrase) {
-  ExitStatus status = allGood;
-  for (const std::string& file : files) {
+  return forEachFile(files, [&](const std::string& file) {
     SecretByteArray plaintext;
     const ExitStatus outcome = decrypt(file, passphrase, plaintext);
     if (outcome == allGood) {
       std::cout << file << ": OK\n";
     }
-    status = std::max(status, outcome);
-  }
-  return finishOutput(status);
+    return outcome;
+  });
 }
 
 }  // namespace tool

@@ -1,5 +1,6 @@
 #include "outcome.h"
 
+#include <algorithm>
 #include <iostream>
 #include <sstream>
 
@@ -30,6 +31,15 @@ std::string diagnosticsOf(const std::function<void()>& action) {
   const Redirection redirection(text.rdbuf());
   action();
   return text.str();
+}
+
+ExitStatus forEachFile(const std::vector<std::string>& files,
+                       const std::function<ExitStatus(const std::string&)>& command) {
+  ExitStatus status = allGood;
+  for (const std::string& file : files) {
+    status = std::max(status, command(file));
+  }
+  return finishOutput(status);
 }
 
 ExitStatus finishOutput(ExitStatus status) {

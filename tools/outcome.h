@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tool {
 
@@ -15,6 +16,10 @@ ExitStatus report(const std::string& subject, const std::string& text, const std
 
 // What is written to the standard error stream while `action` runs, instead of writing it there.
 std::string diagnosticsOf(const std::function<void()>& action);
+
+// Runs the command for each file, whatever becomes of the others, then finishOutput. Returns the worst outcome.
+ExitStatus forEachFile(const std::vector<std::string>& files,
+                       const std::function<ExitStatus(const std::string&)>& command);
 
 // Flushes the standard output; what could not be written makes `status` fileFailed, after a report.
 ExitStatus finishOutput(ExitStatus status);
