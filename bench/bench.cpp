@@ -167,7 +167,7 @@ double lowerQuartile(const std::vector<double>& times) {
 
 void time(const std::string& name, void (*work)(const std::string&), const std::string& path) {
   benchmark::RegisterBenchmark(name.c_str(),
-                               [work, &path](benchmark::State& state) {
+                               [work, path](benchmark::State& state) {
                                  for ([[maybe_unused]] auto iteration : state) {
                                    // Each work takes its memory afresh, whatever ran before it.
                                    state.PauseTiming();
@@ -205,11 +205,11 @@ void row(const std::string& what, const std::string& beside, double value, doubl
 
 int main(int argc, char* argv[]) {
   // Before this process takes any memory that its children would inherit.
-  const std::string& sorted = manifestFile(Shape::sorted, 100'000);
-  const std::string& unsorted = manifestFile(Shape::unsorted, 100'000);
-  const std::string& tenth = manifestFile(Shape::unsorted, 10'000);
-  const std::string& hundredth = manifestFile(Shape::unsorted, 1'000);
-  const std::string& large = largeFile();
+  const std::string sorted = manifestFile(Shape::sorted, 100'000);
+  const std::string unsorted = manifestFile(Shape::unsorted, 100'000);
+  const std::string tenth = manifestFile(Shape::unsorted, 10'000);
+  const std::string hundredth = manifestFile(Shape::unsorted, 1'000);
+  const std::string large = largeFile();
   const double loadPeak = peak(load, unsorted);
   const double parsePeak = peak(bareParse, unsorted);
   const double encryptPeak = peak(encryptFile, large);

@@ -2,45 +2,26 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <random>
 
 namespace bench {
 namespace {
 
-class Files {
- public:
-  Files() : folder(std::filesystem::temp_directory_path() / ("qzjexxml-bench-" + std::to_string(getpid()))) {
-    std::filesystem::create_directory(folder);
-  }
-  Files(const Files&) = delete;
-  Files& operator=(const Files&) = delete;
-  ~Files() {
-    if (getpid() == owner) {  // not in a process that was forked to be measured
-      std::filesystem::remove_all(folder);
-    }
-  }
+// A folder for the files, removed with them at the end.
+struct Folder {
+  Folder() { std::filesystem::create_directory(path); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() { std::filesystem::remove_all(path); }
 
-  template <typename Write>
-  const std::string& get(const std::string& name, Write write) {
-    std::string& path = paths[name];
-    if (path.empty()) {
-      path = folder / name;
-      std::ofstream stream(path, std::ios::binary);
-      write(stream);
-    }
-    return path;
-  }
-
- private:
-  std::filesystem::path folder;
-  std::map<std::string, std::string> paths;
-  pid_t owner = getpid();
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("qzjexxml-bench-" + std::to_string(getpid()));
 };
 
-Files files;
+const Folder folder;
 
 void writeManifest(std::ostream& stream, Shape shape, int entries) {
   std::minstd_rand random(1);
@@ -65,18 +46,21 @@ void writeManifest(std::ostream& stream, Shape shape, int entries) {
 
 }  // namespace
 
-const std::string& manifestFile(Shape shape, int entries) {
-  const std::string name = (shape == Shape::sorted ? "sorted-" : "unsorted-") + std::to_string(entries);
-  return files.get(name, [=](std::ostream& stream) { writeManifest(stream, shape, entries); });
+std::string manifestFile(Shape shape, int entries) {
+  std::string path = folder.path / ((shape == Shape::sorted ? "sorted-" : "unsorted-") + std::to_string(entries));
+  std::ofstream stream(path, std::ios::binary);
+  writeManifest(stream, shape, entries);
+  return path;
 }
 
-const std::string& largeFile() {
-  return files.get("large.xml", [](std::ostream& stream) {
-    const std::string mebibyte(1 << 20, 'x');
-    for (int i = 0; i < 64; ++i) {
-      stream << mebibyte;
-    }
-  });
+std::string largeFile() {
+  std::string path = folder.path / "large.xml";
+  std::ofstream stream(path, std::ios::binary);
+  const std::string mebibyte(1 << 20, 'x');
+  for (int i = 0; i < 64; ++i) {
+    stream << mebibyte;
+  }
+  return path;
 }
 
 }  // namespace bench

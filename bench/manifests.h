@@ -11,12 +11,12 @@ enum class Shape {
   unsorted  // long distinct names in no order, 1 to 400 files to a root, about 90 bytes a file
 };
 
-// Writes a manifest of so many file-map entries into the temporary folder, once for each run of the
-// program, and returns its path. All are removed at the end.
-const std::string& manifestFile(Shape shape, int entries);
+// Writes a manifest of so many file-map entries into a temporary folder, which is removed at the end of the
+// program, and returns its path.
+std::string manifestFile(Shape shape, int entries);
 
 // Likewise a file of 64 MiB that is no manifest.
-const std::string& largeFile();
+std::string largeFile();
 
 }  // namespace bench
 
