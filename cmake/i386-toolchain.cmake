@@ -1,5 +1,5 @@
-# 32-bit x86 Linux: Debian's cross compiler, a 32-bit system in build/i386-sysroot (script/setup makes
-# it), and that system's own dynamic loader to run what was built.
+# 32-bit x86 Linux: Debian's cross compiler, and a 32-bit system in build/i386-sysroot, which script/setup makes.
+# What was built is run by that system's own dynamic loader, or by qemu-user.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
@@ -13,8 +13,13 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# iconv loads its code pages from where GCONV_PATH says.
+# iconv loads its code pages from where GCONV_PATH says. How programs run is script/setup's choice.
 set(i386_libraries ${i386_root}/usr/lib/i386-linux-gnu)
-set(CMAKE_CROSSCOMPILING_EMULATOR
-    /usr/bin/env GCONV_PATH=${i386_libraries}/gconv
-    ${i386_root}/lib/ld-linux.so.2 --library-path ${i386_root}/lib/i386-linux-gnu:${i386_libraries})
+file(STRINGS ${i386_root}/../i386-runner i386_runner)
+if(i386_runner STREQUAL qemu-user)
+  set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/qemu-i386 -L ${i386_root} -E GCONV_PATH=/usr/lib/i386-linux-gnu/gconv)
+else()
+  set(CMAKE_CROSSCOMPILING_EMULATOR
+      /usr/bin/env GCONV_PATH=${i386_libraries}/gconv
+      ${i386_root}/lib/ld-linux.so.2 --library-path ${i386_root}/lib/i386-linux-gnu:${i386_libraries})
+endif()
