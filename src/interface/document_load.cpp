@@ -5,10 +5,12 @@
 
 #include <qzjexxml/qzjexxml.h>
 
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include <iostream>
+#include <new>
 
 namespace jexxml {
 
@@ -20,15 +22,25 @@ std::unique_ptr<MemBufInputSource> gInputSource;
 
 namespace {
 
+// An exception that is not the parser library's own leaves it half started. Then it can be neither started nor
+// stopped any more, so that every later load has to fail too.
+bool halfStarted = false;
+
+// False after a report, when the parser library says why it does not start.
 bool startParserLibrary() {
+  constexpr std::size_t roomToStart = std::size_t{1} << 20U;
+  const std::unique_ptr<const char[]> room(new char[roomToStart]);  // if there is none, it is better not begun
+  halfStarted = true;
   try {
     XMLPlatformUtils::Initialize();
-    return true;
   } catch (const xercesc::XMLException& exception) {
+    halfStarted = false;
     std::cerr << "Error during Xerces-c Initialization.\n"
               << "  Exception message:" << LcpText(exception.getMessage()) << std::endl;
     return false;
   }
+  halfStarted = false;
+  return true;
 }
 
 // An input source over the file's bytes in gByteArray, or null when it cannot be read.
@@ -49,6 +61,17 @@ std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
 
 // The delegation completes the object first, so that its destructor runs whatever is thrown here.
 DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
+  try {
+    run(fileName);
+  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
+    throw std::bad_alloc();
+  }
+}
+
+void DocumentLoad::run(const char* fileName) {
+  if (halfStarted) {
+    throw std::bad_alloc();
+  }
   if (!startParserLibrary()) {
     return;
   }
@@ -67,7 +90,11 @@ DocumentLoad::~DocumentLoad() {
   gParser.reset();
   gInputSource.reset();
   gErrorReporter.reset();
-  XMLPlatformUtils::Terminate();
+  if (!halfStarted) {
+    XMLPlatformUtils::Terminate();
+  }
 }
+
+std::size_t DocumentLoad::documentSize() { return gByteArray.length; }
 
 }  // namespace jexxml

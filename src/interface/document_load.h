@@ -26,7 +26,8 @@ extern KIVByteArray gByteArray;
 extern std::unique_ptr<xercesc::MemBufInputSource> gInputSource;
 
 // Runs the sequence up to the document when constructed, and the tear-down when destroyed, also when
-// an exception passes through the constructor. Whatever refers to the document dies before this object.
+// an exception passes through the constructor. Throws std::bad_alloc, also for the parser library. Whatever refers to
+// the document dies before this object.
 class DocumentLoad {
  public:
   explicit DocumentLoad(const char* fileName);
@@ -38,8 +39,12 @@ class DocumentLoad {
   // over a null document.
   DOMNode* document() const { return parsedDocument; }
 
+  // The size of the load's file in bytes.
+  static std::size_t documentSize();
+
  private:
   DocumentLoad() = default;
+  void run(const char* fileName);
 
   DOMNode* parsedDocument = nullptr;
 };

@@ -1,8 +1,10 @@
 #include "interface/document_load.h"
 #include "manifest/populate_kiv_data.h"
+#include "xml/limits.h"
 
 #include <qzjexxml/qzjexxml.h>
 
+#include <iostream>
 #include <memory>
 
 int InitKIVData(const char* fileName, KIVData** handle) {
@@ -14,7 +16,11 @@ int InitKIVData(const char* fileName, KIVData** handle) {
     const jexxml::DocumentLoad load(fileName);
     jexxml::KivMaster master{load.document(), nullptr};
     if (jexxml::buildKivMaster(master)) {
-      jexxml::populateKivData(master, *data);
+      if (jexxml::rootPathText(master) > jexxml::sizeLimit(load.documentSize()).most) {
+        std::cerr << "The file map is far larger than its document" << std::endl;
+      } else {
+        jexxml::populateKivData(master, *data);
+      }
     }
   }
   *handle = data.release();

@@ -1,5 +1,7 @@
 #include "manifest/populate_kiv_data.h"
 
+#include <xercesc/util/XMLString.hpp>
+
 #include <iterator>
 #include <string>
 #include <utility>
@@ -67,6 +69,20 @@ void populateSearchPath(KivVpNode& varnixPath, KIVData& data) {
 }
 
 }  // namespace
+
+std::uint64_t rootPathText(const KivMaster& master) {
+  std::uint64_t text = 0;
+  if (master.root != nullptr) {
+    for (const auto& kiv : master.root->kivNodeList.nodes) {
+      for (const auto& filemap : kiv.filemapNodeList.nodes) {
+        for (const auto& root : filemap.filemapRootNodeList.nodes) {
+          text += std::uint64_t{root.filemapDataNodeList.nodes.size()} * xercesc::XMLString::stringLen(root.path.value);
+        }
+      }
+    }
+  }
+  return text;
+}
 
 bool populateKivData(const KivMaster& master, KIVData& data) {
   if (master.root == nullptr) {

@@ -6,7 +6,13 @@
 
 #include <qzjexxml/kiv_data.h>
 
+#include <cstdint>
+
 namespace jexxml {
+
+// Characters of the paths of the file map's roots as they stand in the record: each once for each of its files.
+// Nothing else in the record can be much larger than its document.
+std::uint64_t rootPathText(const KivMaster& master);
 
 // Adds the tree's root macros, file map and search path to `data`, each "kiv" element's before the
 // next one's, so that the document's last entry counts where keys agree. A null root adds nothing.

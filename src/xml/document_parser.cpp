@@ -1,87 +1,64 @@
 #include "xml/document_parser.h"
 
-#include <string_view>
-#include <xercesc/framework/XMLAttr.hpp>
+#include "xml/content_model_cost.h"
+#include "xml/watched_source.h"
+
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
+
+#include <algorithm>
+#include <string_view>
 
 namespace jexxml {
 
+using xercesc::XMLAttDef;
 using xercesc::XMLPlatformUtils;
 
 namespace {
 
-// A document object model takes about 17 times the file; entities make that more.
-constexpr std::size_t memoryForAnyDocument = std::size_t{32} << 20U;
-constexpr std::size_t memoryForEachByte = 64;
+// The block of an entity's reader, of which there is one for each entity that is opened. Nothing else takes a
+// block of this size, least of all a destructor: those take little, for lists of what is left to destroy.
+const std::size_t entityReaderBlock =
+    XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(xercesc::MemoryManager*)) + sizeof(xercesc::XMLReader);
 
-// The parser library makes one of these for each entity that it opens, and little else as large.
-constexpr std::size_t entityReaderSize = sizeof(xercesc::XMLReader);
+bool declaresNamespace(std::u16string_view attributeName) {
+  return attributeName == u"xmlns" || attributeName.starts_with(u"xmlns:");
+}
 
 }  // namespace
 
-void* CountedMemory::allocate(XMLSize_t size) {
-  if (beforeAllocation) {
-    beforeAllocation(size);
-  }
-  auto* block = static_cast<Block*>(XMLPlatformUtils::fgMemoryManager->allocate(sizeof(Block) + size));
-  *block = {.previous = lastBlock, .next = nullptr, .size = size};
-  if (lastBlock != nullptr) {
-    lastBlock->next = block;
-  }
-  lastBlock = block;
-  bytesInUse += size;
-  return block + 1;
-}
-
-void CountedMemory::deallocate(void* memory) {
-  if (memory == nullptr) {
-    return;
-  }
-  Block* block = static_cast<Block*>(memory) - 1;
-  if (block->previous != nullptr) {
-    block->previous->next = block->next;
-  }
-  (block->next != nullptr ? block->next->previous : lastBlock) = block->previous;
-  bytesInUse -= block->size;
-  XMLPlatformUtils::fgMemoryManager->deallocate(block);
-}
-
-CountedMemory::~CountedMemory() {
-  while (lastBlock != nullptr) {
-    deallocate(lastBlock + 1);
-  }
-}
-
-xercesc::MemoryManager* CountedMemory::getExceptionMemoryManager() { return XMLPlatformUtils::fgMemoryManager; }
-
-DocumentParser::DocumentParser(std::size_t documentSize)
-    : XercesDOMParser(nullptr, &memory, nullptr), memoryLimit(memoryForAnyDocument + memoryForEachByte * documentSize) {
-  securityManager.setEntityExpansionLimit(maximumExpansions);
+DocumentParser::DocumentParser(const Limit& size) : XercesDOMParser(nullptr, &memory, nullptr), sizeLimit(size) {
+  constexpr XMLSize_t expansionLimit = 50'000;  // has the parser library's own message
+  securityManager.setEntityExpansionLimit(expansionLimit);
   setSecurityManager(&securityManager);
-  memory.beforeAllocation = [this](std::size_t size) { checkAllocation(size); };
+  memory.beforeAllocation = [this](std::size_t bytes) { checkAllocation(bytes); };
 }
 
 DocumentParser::~DocumentParser() { memory.beforeAllocation = nullptr; }
 
+void DocumentParser::parse(const xercesc::InputSource& source) {
+  XercesDOMParser::parse(WatchedSource(source, [this](std::size_t size) { checkReading(size); }));
+}
+
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                   const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
                                   bool isEmpty, bool isRoot) {
-  if (++depth > maximumDepth) {
-    refuse(u"the document nests elements deeper than 1,000");
-  }
-  if (attributeCount > maximumAttributes) {
-    refuse(u"an element has more than 1,000 attributes");
-  }
-  if (declaration.getId() > maximumNames) {
-    refuse(u"the document has more than 10,000 different element names");
+  checkpoint();
+  hold(++depth, depthLimit);
+  hold(attributeCount, attributeLimit);
+  if (&declaration != lastElement) {
+    lastElement = &declaration;
+    elements.insert(lastElement);
+    hold(elements.size(), elementNameLimit);
   }
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
-    checkAttributeName(i, attributes.elementAt(i)->getQName());
+    checkAttribute(i, *attributes.elementAt(i));
   }
   XercesDOMParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
@@ -98,67 +75,117 @@ void DocumentParser::ignorableWhitespace(const XMLCh* /*text*/, XMLSize_t length
   skipText(length);
 }
 
+void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {
+  checkpoint();
+  hold(++elementDeclarations, elementDeclarationLimit);
+  contentModels += contentModelCost(declaration.getContentSpec());
+  hold(contentModels, contentModelLimit);
+  XercesDOMParser::elementDecl(declaration, isIgnored);
+}
+
+void DocumentParser::startAttList(const xercesc::DTDElementDecl& declaration) {
+  checkpoint();
+  hold(++elementDeclarations, elementDeclarationLimit);
+  XercesDOMParser::startAttList(declaration);
+}
+
+void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition,
+                            bool isIgnored) {
+  checkpoint();
+  hold(element.getAttDefList().getAttDefCount(), attributeDeclarationLimit);
+  hold(xercesc::XMLString::stringLen(definition.getEnumeration()), enumerationLimit);
+  declaresLists |= definition.getType() == XMLAttDef::IDRefs || definition.getType() == XMLAttDef::Entities;
+  XercesDOMParser::attDef(element, definition, isIgnored);
+}
+
 void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) {
-  countDeclaration();
+  checkpoint();
+  hold(++entities, entityLimit);
+  longestEntity = std::max<std::size_t>(longestEntity, declaration.getValueLen());
   XercesDOMParser::entityDecl(declaration, isParameterEntity, isIgnored);
 }
 
 void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) {
-  countDeclaration();
+  checkpoint();
+  hold(++entities, entityLimit);
   XercesDOMParser::notationDecl(declaration, isIgnored);
 }
 
+void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
+                           const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) {
+  checkpoint();
+  hold(++errors, errorLimit);
+  errorText += xercesc::XMLString::stringLen(text);
+  hold(errorText, errorTextLimit);
+  XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
+}
+
+void DocumentParser::checkpoint() {
+  checkMemory();
+  blocksAtCheckpoint = memory.blocks;
+  charactersSinceCheckpoint = 0;
+}
+
+// Text that is not kept takes no memory, but time to read, so it counts all the same.
+void DocumentParser::checkMemory() {
+  if (memory.reserveUsed && !refused) {
+    refused = true;
+    throw xercesc::OutOfMemoryException();
+  }
+  hold(std::uint64_t{memory.mostBytes} + skippedText, sizeLimit);
+}
+
+void DocumentParser::checkAllocation(std::size_t size) {
+  if (size == entityReaderBlock) {
+    checkReading(longestEntity);
+    blocksAtCheckpoint = memory.blocks;
+    hold(readersOpened++, openedEntityLimit);
+  }
+}
+
+// In the middle of a tag or declaration.
+void DocumentParser::checkReading(std::size_t size) {
+  checkMemory();
+  hold(memory.blocks - blocksAtCheckpoint, markupLimit);
+  if (declaresLists) {
+    charactersSinceCheckpoint += size;
+    hold(charactersSinceCheckpoint, listLimit);
+  }
+}
+
 // Elements of one kind mostly have the same attributes at the same places, which costs one comparison.
-void DocumentParser::checkAttributeName(std::size_t place, const XMLCh* name) {
-  constexpr std::u16string_view namespaceDeclaration = u"xmlns";
+void DocumentParser::checkAttribute(std::size_t place, const xercesc::XMLAttr& attribute) {
   if (place >= lastNames.size()) {
     lastNames.resize(place + 1);
   }
   std::u16string& lastName = lastNames[place];
-  if (!xercesc::XMLString::equals(lastName.c_str(), name)) {
-    lastName = name;
+  if (!xercesc::XMLString::equals(lastName.c_str(), attribute.getQName())) {
+    lastName = attribute.getQName();
     attributeNames.insert(lastName);
-    if (attributeNames.size() > maximumNames) {
-      refuse(u"the document has more than 10,000 different attribute names");
-    }
+    hold(attributeNames.size(), attributeNameLimit);
   }
-  if (lastName.starts_with(namespaceDeclaration) && ++namespaces > maximumNamespaces) {
-    refuse(u"the document declares more than 10,000 namespaces");
+  if (declaresNamespace(lastName)) {
+    hold(++namespaces, namespaceLimit);
   }
-}
-
-void DocumentParser::countDeclaration() {
-  if (++declarations > maximumDeclarations) {
-    refuse(u"the document declares more than 10,000 entities and notations");
+  if (attribute.getType() >= XMLAttDef::ID && attribute.getType() <= XMLAttDef::Entities) {
+    const std::u16string_view value = attribute.getValue();
+    identifiers += 1 + static_cast<std::size_t>(std::ranges::count(value, u' '));
+    hold(identifiers, identifierLimit);
   }
 }
 
-void DocumentParser::checkAllocation(std::size_t size) {
-  if (refused) {
-    return;
-  }
-  if (size >= entityReaderSize && ++entitiesOpened > maximumEntitiesOpened) {
-    refuse(u"the document expands more than 60,000 entities");
-  }
-  checkSize(size);
-}
-
-// Text that is not kept takes no memory, but time to read, so it counts all the same.
 void DocumentParser::skipText(std::size_t length) {
   skippedText += length * sizeof(XMLCh);
-  checkSize(0);
+  checkpoint();
 }
 
-void DocumentParser::checkSize(std::size_t growth) {
-  if (memory.bytesInUse + skippedText + growth > memoryLimit) {
-    refuse(u"the document expands to far more than its size");
+// After a refusal nothing is held any more, so that the parser library can clean up.
+void DocumentParser::hold(std::uint64_t count, const Limit& limit) {
+  if (count > limit.most && !refused) {
+    refused = true;
+    getErrorHandler()->fatalError(xercesc::SAXParseException(limit.message, *getScanner()->getLocator()));
+    throw DocumentRefused();
   }
-}
-
-void DocumentParser::refuse(const char16_t* message) {
-  refused = true;
-  getErrorHandler()->fatalError(xercesc::SAXParseException(message, *getScanner()->getLocator()));
-  throw DocumentRefused();
 }
 
 }  // namespace jexxml

@@ -8,6 +8,7 @@
 #include <xercesc/util/XMLException.hpp>
 
 #include <iostream>
+#include <utility>
 
 namespace jexxml {
 
@@ -31,12 +32,14 @@ void configure(XercesDOMParser& parser) {
 }  // namespace
 
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
-  gParser = std::make_unique<DocumentParser>(size);
-  configure(*gParser);
+  auto owned = std::make_unique<DocumentParser>(sizeLimit(size));
+  DocumentParser& parser = *owned;
+  gParser = std::move(owned);
+  configure(parser);
   gErrorReporter = std::make_unique<JexXmlErrorReporter>();
-  gParser->setErrorHandler(gErrorReporter.get());
+  parser.setErrorHandler(gErrorReporter.get());
   try {
-    gParser->parse(source);
+    parser.parse(source);
   } catch (const DocumentRefused&) {
     return nullptr;
   } catch (const xercesc::XMLException& exception) {
@@ -49,7 +52,7 @@ DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
     std::cerr << "An error occurred during parsing\n " << std::endl;
     return nullptr;
   }
-  return gErrorReporter->sawErrors ? nullptr : gParser->getDocument();
+  return gErrorReporter->sawErrors ? nullptr : parser.getDocument();
 }
 
 }  // namespace jexxml

@@ -1,0 +1,21 @@
+// Documents made to cost much more than their size, in families: each goes for one thing that the parser
+// library, or this one, does for every element, name, declaration or reference.
+#ifndef QZJEXXML_FUZZ_HOSTILE_DOCUMENTS_H
+#define QZJEXXML_FUZZ_HOSTILE_DOCUMENTS_H
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace hostile {
+
+struct Family {
+  const char* name;
+  std::string (*document)(std::size_t size);  // of about `size` bytes
+};
+
+std::span<const Family> families();
+
+}  // namespace hostile
+
+#endif  // QZJEXXML_FUZZ_HOSTILE_DOCUMENTS_H
