@@ -6,6 +6,8 @@
 #ifndef QZJEXXML_KIV_BYTE_ARRAY_H
 #define QZJEXXML_KIV_BYTE_ARRAY_H
 
+#include <qzjexxml/export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -16,7 +18,7 @@
 // set. Who stores a block here allocates it with new[] of the same C++ runtime, or clears `owns`.
 //
 // Not synchronised. Functions that allocate throw std::bad_alloc and then leave *this as it was.
-class __attribute__((visibility("default"))) KIVByteArray {
+class QZJEXXML_EXPORT KIVByteArray {
  public:
   KIVByteArray() = default;
 

@@ -5,16 +5,24 @@
 #ifndef QZJEXXML_KIV_FILE_READER_H
 #define QZJEXXML_KIV_FILE_READER_H
 
+#include <qzjexxml/export.h>
 #include <qzjexxml/kiv_byte_array.h>
 
 #include <cstdint>
 #include <fstream>
+#include <utility>
 
 // The parameter of KIVFileReader::readAll. The readers of this library don't look at it.
 struct KIVReadParam {
   KIVReadParam() = default;
   KIVReadParam(const KIVReadParam&) = delete;
   KIVReadParam& operator=(const KIVReadParam&) = delete;
+  // Takes the other's block, and with it the duty to free it; the other is as if new afterwards.
+  KIVReadParam(KIVReadParam&& other) noexcept {
+    std::swap(enabled, other.enabled);
+    std::swap(block, other.block);
+    std::swap(ownsBlock, other.ownsBlock);
+  }
   ~KIVReadParam() {
     if (ownsBlock) {
       delete[] block;
@@ -29,7 +37,7 @@ struct KIVReadParam {
 // Reads from a stream that its caller opened, in binary mode, and keeps alive as long as the reader:
 // the reader never opens, closes or deletes it. No operation prints anything; the only exception is
 // std::bad_alloc. One thread at a time.
-class __attribute__((visibility("default"))) KIVFileReader {
+class QZJEXXML_EXPORT KIVFileReader {
  public:
   // `file` may be null: such a reader has nothing to read.
   explicit KIVFileReader(std::ifstream* file) : stream(file), more(streamIsGood()) {}
@@ -129,7 +137,7 @@ class __attribute__((visibility("default"))) KIVFileReader {
 };
 
 // Delivers the file's bytes as they are.
-class __attribute__((visibility("default"))) KIVFileReaderWithoutTransform : public KIVFileReader {
+class QZJEXXML_EXPORT KIVFileReaderWithoutTransform : public KIVFileReader {
  public:
   explicit KIVFileReaderWithoutTransform(std::ifstream* file) : KIVFileReader(file) {}
 

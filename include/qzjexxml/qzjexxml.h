@@ -1,102 +1,143 @@
 // libqzjexxml: reads the XML description files of the packaging tool chain, and reads, encrypts and
-// decrypts whole files.
+// decrypts whole files. All its functions, by subject; the types they use have headers of their own.
 //
-// Diagnostics are lines on the standard error stream (std::cerr); the texts stand with each function.
-// Allocation failures reach the caller as std::bad_alloc, with everything released that the call made.
+// Diagnostics are lines on the standard error stream (std::cerr), whose texts stand with each function.
+//
+// When memory runs out, std::bad_alloc reaches the caller, with everything released that the call made, but
+// for what a load says it was building at the time: "An error occurred during parsing" and "An error occurred
+// Inside buildKivMaster" may have that cause. A load that ran out of memory while the parser library was
+// starting leaves that library unusable: every later load of the process throws std::bad_alloc too.
 #ifndef QZJEXXML_QZJEXXML_H
 #define QZJEXXML_QZJEXXML_H
 
+#include <qzjexxml/export.h>
 #include <qzjexxml/kiv_byte_array.h>
 #include <qzjexxml/kiv_data.h>
 #include <qzjexxml/kiv_file_reader.h>
 
-#define QZJEXXML_EXPORT __attribute__((visibility("default")))
+// ---- Archive manifests
 
-extern "C" {
-
-// The library's version, "7.1.0.144", and the date of that version.
-QZJEXXML_EXPORT extern const char* libqzjexxml_version;
-QZJEXXML_EXPORT extern const char* libqzjexxml_build_date;
-
-// Loads the archive manifest `fileName` into a new record and stores it in `*handle`; the caller owns
-// it until TermKIVData.
+// Loads the archive manifest `fileName` into a new record and stores it in `*handle`; the caller owns it until
+// TermKIVData.
 //
 // REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
 //
-// Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load
-// fails: the record is then empty (after an exception during the build: filled with what was built
-// before it), and only the standard error stream tells. A load that succeeds writes nothing. Messages:
+// Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load fails:
+// a load that succeeds writes nothing to the standard error stream, one that fails writes why, and that is how
+// a caller learns it. A program that has to know replaces the buffer of std::cerr for the time of the call and
+// looks whether anything was written, as the qzjexxml command does.
 //
-//   the text of ReadXmlFile, then "Error building input source"   the file cannot be read
-//   "Error at file "JexXml", line L, column C" or "Fatal Error at file ...", then a line
-//   "   Message: ...", for each error; then "Error buiding DOM"   the document is not well-formed XML,
-//                                                                 or not valid by its own DTD
-//   "Error during Xerces-c Initialization.", then a line
-//   "  Exception message:..."                                     the parser library does not start
-//   "An error occurred Inside buildKivMaster", "A DOM error occurred Inside buildKivMaster" or
-//   "Error Allocating Common Strings"                             the document cannot be walked
+// After a failure the record is empty; after an exception during the build it holds what was complete before.
+// The library calls every document "JexXml", whatever the file's name. Messages:
 //
-// The library calls every document "JexXml" in its messages, whatever the file's name.
-QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
+//   those of ReadXmlFile, then
+//   "Error building input source"               the file cannot be read
+//
+//   "Fatal Error at file "JexXml", line L, column C" and
+//   "   Message: ...", then "Error buiding DOM" the document is not well-formed XML, refers to something
+//                                               outside itself (nothing is ever fetched), or costs much more
+//                                               than its size: docs/diagnostics.md has the limits
+//
+//   "Error at file "JexXml", line L, column C"
+//   and "   Message: ...", for each error;
+//   then "Error buiding DOM"                    the document is not valid by its own document type declaration
+//
+//   "An error occurred during parsing", then
+//   "   Message: ..." or a blank, or
+//   "A DOM error occurred during parsing", then
+//   "   DOMException code: N";
+//   then "Error buiding DOM"                    the parser library threw an exception
+//
+//   "Error during Xerces-c Initialization.",
+//   then "  Exception message:..."              the parser library does not start
+//
+//   "Error Allocating Common Strings"           no memory for the build of the tree
+//
+//   "An error occurred Inside buildKivMaster",
+//   then an empty line and "Message: ...", or
+//   nothing; or "A DOM error occurred Inside
+//   buildKivMaster", then
+//   "DOMException code: N"                      an exception ended the build of the tree
+//
+//   "The file map is far larger than its document"
+//                                               a long path of a root stands for very many files
+extern "C" QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
 
-// Destroys the record in `*handle` and sets the handle to null; does nothing for a null record.
-// Returns 1. May run at any time, on any thread. REQUIRES: `handle` is not null.
-QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
+// Destroys the record in `*handle` and sets the handle to null; does nothing for a null record. Returns 1. May
+// run at any time, on any thread. REQUIRES: `handle` is not null.
+extern "C" QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
 
-// Loads the project description `fileName`, checks it and reports what is wrong on the standard error
-// stream, with the messages of InitKIVData; a good file writes nothing. Nothing is handed back: `*handle`
+// ---- Project descriptions
+
+// Loads the project description `fileName`, checks it and reports what is wrong on the standard error stream,
+// with the messages of InitKIVData but the last; a good file writes nothing. Nothing is handed back: `*handle`
 // is never written, and when it is not null nothing is done. Returns 0 in every case.
 //
 // REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
-QZJEXXML_EXPORT int InitNOXData(const char* fileName, void** handle);
+extern "C" QZJEXXML_EXPORT int InitNOXData(const char* fileName, void** handle);
 
-// Sets the handle to null; nothing is freed. Returns 1. REQUIRES: `handle` is not null.
-QZJEXXML_EXPORT int TermNOXData(void** handle);
+// Sets `*handle` to null; nothing is freed. Returns 1. REQUIRES: `handle` is not null.
+extern "C" QZJEXXML_EXPORT int TermNOXData(void** handle);
 
-// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees
-// with delete[]; null, after a message, when there is none to return. The length is not returned.
-// Messages as for the other ReadXmlFile.
-QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
+// ---- Reading files
 
-// Returns what DecryptXmlFile below gives, followed by one NUL byte, in a block from new[] that the
-// caller frees with delete[]; null when that fails or the plaintext is empty.
-QZJEXXML_EXPORT char* DecryptXmlFile(const char* fileName, char* passphrase);
-
-}  // extern "C"
-
-// Reads any file into `out`, byte for byte, and returns true. Returns false after a message, with
-// `out` unchanged:
+// Reads any file into `out`, byte for byte, and returns true. Returns false after a message, with `out` as it
+// was:
 //
 //   "Parameter Error!"                  `fileName` is null or empty
-//   "Could not open file: " + fileName  it cannot be opened
-//   "Nothing to read!"                  it is empty, of 2 GiB or more, not a regular file, or reading fails
+//   "Could not open file: " + fileName  it cannot be opened, or is a socket
+//   "Nothing to read!"                  it is empty, of 2 GiB or more, a folder, FIFO or device (which are not
+//                                       opened), or reading fails
 //
 // Thread-safe as long as `out` is not shared.
 QZJEXXML_EXPORT bool ReadXmlFile(const char* fileName, KIVByteArray& out);
 
-// The three functions below work under a passphrase: a NUL-terminated text of any bytes, which they
-// don't modify. REQUIRES: it is not null. Copies of passphrases and plaintexts that they make are wiped.
-// Each returns false after one of the messages
+// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees with
+// delete[]; null, after a message of the other ReadXmlFile, when there is none to return. The length is not
+// returned. Thread-safe.
+extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
+
+// ---- Encrypting files
+//
+// A passphrase is a NUL-terminated text of any bytes, which is not modified. Copies of passphrases and
+// plaintexts that the functions make are wiped; what they hand out is the caller's to wipe. All are thread-safe
+// as long as no array or file is shared.
+
+// Encrypts `fileName` into the file beside it whose name has ".enc" for the first ".xml" anywhere in the path,
+// or else ".enc" appended; replaces what that file held, and returns true. Writing is not checked: decrypt to
+// be sure. Returns false without a message, and with no file touched, when the crypto library refuses; or after
 //
 //   "File name is null or empty!"
-//   "Could not open file: " + fileName
-//   "Could not read file!"              it is empty, of 2 GiB or more, not a regular file, or reading fails
+//   "Could not open file: " + the name  the file, or the encrypted one, cannot be opened, or is a socket
+//   "Could not read file!"              it is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
 //
-// and false without a message when the crypto library refuses. Thread-safe as long as no array or file
-// is shared.
+// REQUIRES: `passphrase` is not null.
+QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
 
-// Decrypts `fileName` into `out`. When the crypto library refuses (a wrong passphrase, a damaged
-// file), `out` is what it left: the stand-in of this project leaves it empty. After a message, `out` is
-// unchanged. The plaintext is the caller's to wipe.
+// Decrypts `fileName` into `out` and returns true. Returns false after a message of EncryptFile, with `out` as it
+// was; or without one when the crypto library refuses (a wrong passphrase, a damaged file): `out` is then what
+// that library left, which for the stand-in of this project is nothing.
+//
+// REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
 
-// Returns whether `fileName` decrypts under the passphrase. Writes no file.
+// Returns the plaintext of `fileName` followed by one NUL byte, in a block from new[] that the caller frees with
+// delete[]; null for an empty plaintext, and where the other DecryptXmlFile returns false, with its messages.
+//
+// REQUIRES: `passphrase` is not null.
+extern "C" QZJEXXML_EXPORT char* DecryptXmlFile(const char* fileName, char* passphrase);
+
+// Returns whether `fileName` decrypts under the passphrase; messages as for DecryptXmlFile. Writes no file.
+//
+// REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptFile(const char* fileName, char* passphrase);
 
-// Encrypts `fileName` into the file beside it whose name has ".enc" for the first ".xml" anywhere in the
-// path, or else ".enc" appended; replaces what that file held. When the crypto library refuses, no file
-// is touched. Writing is not checked: decrypt to be sure. False too after
-// "Could not open file: " + the encrypted file's name.
-QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
+// ---- Version
+
+// The library's version, "7.1.0.144", and the date of that version, "July 26, 2005".
+extern "C" {
+QZJEXXML_EXPORT extern const char* libqzjexxml_version;
+QZJEXXML_EXPORT extern const char* libqzjexxml_build_date;
+}
 
 #endif  // QZJEXXML_QZJEXXML_H

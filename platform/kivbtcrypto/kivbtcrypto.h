@@ -5,6 +5,7 @@
 #ifndef KIVBTCRYPTO_H
 #define KIVBTCRYPTO_H
 
+#include <qzjexxml/export.h>
 #include <qzjexxml/kiv_byte_array.h>
 
 // Both read `input` and `passphrase` (raw bytes, without a NUL) and return true after storing the
@@ -13,13 +14,11 @@
 // libsodium or to allocate the memory of the key derivation; other allocations throw std::bad_alloc.
 
 // Gives a file that holds `input`, which may be empty. Two calls never give the same bytes.
-__attribute__((visibility("default"))) bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output,
-                                                                    KIVByteArray& passphrase);
+QZJEXXML_EXPORT bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase);
 
 // Gives the bytes that were encrypted into `input`, all of them authenticated. False as well for a
 // wrong passphrase, for a file of which any byte was changed, removed or added, and for a header that
 // is unknown or asks for more than 10 passes or 256 MiB, before anything is derived.
-__attribute__((visibility("default"))) bool kivbtcPassphraseDecrypt(KIVByteArray& input, KIVByteArray& output,
-                                                                    KIVByteArray& passphrase);
+QZJEXXML_EXPORT bool kivbtcPassphraseDecrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase);
 
 #endif  // KIVBTCRYPTO_H

@@ -113,13 +113,14 @@ std::string escape(char16_t unit) {
   return text.data();
 }
 
-// The unit that `text` names if it begins, literally, with what reads as an escape.
-std::optional<char16_t> literalEscape(std::u16string_view text) {
-  if (text.size() < escapeLength || text[0] != u'\\' || text[1] != u'u') {
+// The unit whose escape `text` begins with, the backslash left out: uHHHH.
+std::optional<char16_t> namedUnit(std::u16string_view text) {
+  constexpr std::size_t digits = escapeLength - 2;
+  if (text.size() <= digits || text.front() != u'u') {
     return std::nullopt;
   }
   unsigned unit = 0;
-  for (const char16_t digit : text.substr(2, escapeLength - 2)) {
+  for (const char16_t digit : text.substr(1, digits)) {
     const auto value = std::u16string_view(u"0123456789ABCDEF").find(digit);
     if (value == std::u16string_view::npos) {
       return std::nullopt;
@@ -129,11 +130,25 @@ std::optional<char16_t> literalEscape(std::u16string_view text) {
   return static_cast<char16_t>(unit);
 }
 
+// Whether `text` begins, literally, with what would be read as an escape: of a unit that the code page lacks, or
+// of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
+bool readsAsEscape(std::u16string_view text, const CodePage& codePage) {
+  if (!text.starts_with(u'\\')) {
+    return false;
+  }
+  text.remove_prefix(1);
+  std::optional<char16_t> unit = namedUnit(text);
+  while (unit == u'\\') {
+    text.remove_prefix(escapeLength - 1);
+    unit = namedUnit(text);
+  }
+  return unit && !isRepresentable(*unit, codePage);
+}
+
 std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) {
   std::string converted;
   while (!text.empty()) {
-    const auto literal = literalEscape(text);
-    if (literal && (*literal == u'\\' || !isRepresentable(*literal, codePage))) {
+    if (readsAsEscape(text, codePage)) {
       converted += escape(u'\\');
       text.remove_prefix(1);
       continue;

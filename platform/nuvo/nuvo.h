@@ -21,8 +21,10 @@ __attribute__((visibility("default"))) char16_t* lcp_to_utf16(const char* text, 
 // NUL-terminated text for nuvoFree; null only for a null `text`.
 //
 // What the code page cannot represent, an unpaired surrogate among it, is written as \uHHHH with four
-// capital hexadecimal digits for each 16-bit unit. A backslash that begins a text which could be read
-// as such an escape is itself written as \u005C, so that different strings give different texts.
+// capital hexadecimal digits for each 16-bit unit. Different strings give different texts: where a string
+// has such an escape literally, its backslash is written as \u005C, and likewise where \u005C itself would be
+// read so. All else stands as it is; in a Unicode code page that is everything but unpaired surrogates and
+// literal escapes of surrogates.
 __attribute__((visibility("default"))) char* utf16_to_lcp(const char16_t* text, int length);
 
 // The number of bytes before the NUL; 0 for null.

@@ -2,19 +2,27 @@
 
 #include <qzjexxml/kiv_file_reader.h>
 
+#include <unistd.h>
+
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 namespace jexxml {
 namespace {
 
-// Opening a FIFO waits for a writer and opening a device may act on it, so neither is ever opened.
-bool isOpenable(const char* fileName) {
+enum class Kind { toRead, special, notOpenable };
+
+// Opening a FIFO waits for a writer and opening a device may act on it, so no special file is ever opened.
+Kind kindOf(const char* fileName) {
   std::error_code error;
   const auto status = std::filesystem::status(fileName, error);
-  return std::filesystem::is_regular_file(status) || !std::filesystem::exists(status);
+  if (std::filesystem::is_regular_file(status) || !std::filesystem::exists(status)) {
+    return Kind::toRead;
+  }
+  return std::filesystem::is_socket(status) || access(fileName, R_OK) != 0 ? Kind::notOpenable : Kind::special;
 }
 
 }  // namespace
@@ -24,18 +32,18 @@ KIVByteArray readWholeFile(const char* fileName, const ReadMessages& messages) {
     std::cerr << messages.noFileName << std::endl;
     return {};
   }
-  KIVByteArray content;
-  if (isOpenable(fileName)) {
-    std::ifstream stream;
+  const Kind kind = kindOf(fileName);
+  std::ifstream stream;
+  if (kind == Kind::toRead) {
     stream.rdbuf()->pubsetbuf(nullptr, 0);  // the bytes may be secret: no second copy in a buffer
     stream.open(fileName, std::ios::in | std::ios::binary);
-    if (!stream.is_open() || !stream.good()) {
-      std::cerr << "Could not open file: " << fileName << std::endl;
-      return {};
-    }
-    KIVFileReaderWithoutTransform reader(&stream);
-    content = std::move(reader.readAll());
   }
+  if (kind != Kind::special && (!stream.is_open() || !stream.good())) {
+    std::cerr << "Could not open file: " << fileName << std::endl;
+    return {};
+  }
+  KIVFileReaderWithoutTransform reader(&stream);
+  KIVByteArray content = std::move(reader.readAll());
   if (content.length == 0) {
     std::cerr << messages.noContent << std::endl;
   }

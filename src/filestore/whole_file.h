@@ -9,7 +9,7 @@ namespace jexxml {
 // What a caller says, on a line of its own on the standard error stream, when nothing can be read.
 struct ReadMessages {
   const char* noFileName;  // the name is null or empty
-  const char* noContent;   // the file is empty, not a regular file, of 2 GiB or more, or reading fails
+  const char* noContent;   // the file is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
 };
 
 // The content of `fileName`, or an empty array after one of the messages or, when the file cannot be

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds the project with its tests against the two platform libraries as if they came from elsewhere, and uses it.
+# Arguments: sources, libnuvo.so, libqzkivbtcrypto.so.
+set -euo pipefail
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cp "$2" "$3" "$scratch"
+cmake -G Ninja -S "$1" -B "$scratch/build" -DCMAKE_CXX_FLAGS=-O0 \
+  -DNUVO_LIBRARY="$scratch/${2##*/}" -DKIVBTCRYPTO_LIBRARY="$scratch/${3##*/}" >/dev/null
+cmake --build "$scratch/build" >/dev/null
+cmake --install "$scratch/build" --prefix "$scratch/installed" >/dev/null
+"$scratch/installed/bin/qzjexxml" manifest "$1/examples/manifest.xml" | grep -q 'TABULA_VAR'
