@@ -9,7 +9,7 @@ namespace {
 using std::size_t;
 using Part = std::function<std::string(size_t)>;
 
-// Parts 0, 1, 2, ... until they are `size` bytes.
+// part(0), part(1), ... until they are `size` bytes.
 std::string fill(size_t size, const Part& part) {
   std::string text;
   for (size_t i = 0; text.size() < size; ++i) {
@@ -18,7 +18,7 @@ std::string fill(size_t size, const Part& part) {
   return text;
 }
 
-// The parts 0 to count - 1 with a separator between them.
+// part(0) to part(count - 1) with a separator between them.
 std::string join(size_t count, const std::string& separator, const Part& part) {
   std::string text;
   for (size_t i = 0; i < count; ++i) {

@@ -7,6 +7,9 @@
 
 #include <sys/stat.h>
 
+#include <cstddef>
+#include <cstring>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -107,6 +110,71 @@ TEST_F(Reader, ReadsAllAndStaysWhereItWas) {
   char next = 0;
   EXPECT_EQ(reader.doRead(&next, 1), 1);
   EXPECT_EQ(next, 'b');
+}
+
+TEST_F(Reader, TakesAParameterWithABlock) {
+  KIVFileReaderWithoutTransform reader(&open("abc"));
+  KIVReadParam parameter;
+  parameter.block = new char[1];
+  parameter.ownsBlock = true;
+  EXPECT_EQ(textOf(reader.readAll(std::move(parameter))), "abc");
+  EXPECT_EQ(parameter.block, nullptr);
+  EXPECT_FALSE(parameter.ownsBlock);
+  stream.setstate(std::ios::eofbit);
+  expectEmpty(reader.readAll());
+}
+
+// Has 3 bytes, of which its end seems to be 7 away.
+struct ShrinkingFile : std::stringbuf {
+  ShrinkingFile() : std::stringbuf("abc") {}
+  pos_type seekoff(off_type offset, std::ios::seekdir way, std::ios::openmode mode) override {
+    const off_type place = std::stringbuf::seekoff(offset, way, mode);
+    return place == 3 ? 10 : place;
+  }
+};
+
+TEST_F(Reader, HoldsWhatIsLeftOfAFileThatShrinks) {
+  ShrinkingFile file;
+  static_cast<std::ios&>(open("abc")).rdbuf(&file);
+  KIVFileReaderWithoutTransform reader(&stream);
+  EXPECT_EQ(textOf(reader.readAll()), "abc");
+}
+
+struct Layout : KIVFileReader {
+  Layout();
+  static constexpr bool isInOrder() {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+    return offsetof(Layout, stream) == sizeof(void*) && offsetof(Layout, bytes) == 2 * sizeof(void*) &&
+           offsetof(Layout, bytes) < offsetof(Layout, more) && offsetof(Layout, more) < offsetof(Layout, error);
+#pragma GCC diagnostic pop
+  }
+};
+static_assert(Layout::isInOrder());
+
+// A pointer to a virtual member function begins with one more than its place in the virtual table.
+template <typename Function>
+std::ptrdiff_t slotOf(Function function) {
+  std::ptrdiff_t place = 0;
+  std::memcpy(&place, &function, sizeof place);
+  return (place - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
+}
+
+TEST(ReaderClass, HasItsFunctionsInTheOrderOfTheContract) {
+  using R = KIVFileReader;
+  EXPECT_EQ(slotOf(&KIVByteArray::clear), 2);
+  const std::ptrdiff_t slots[] = {slotOf(&R::transformName),
+                                  slotOf(&R::doRead),
+                                  slotOf(&R::read),
+                                  slotOf<KIVByteArray& (R::*)()>(&R::readAll),
+                                  slotOf<KIVByteArray& (R::*)(KIVReadParam)>(&R::readAll),
+                                  slotOf(&R::hasMore),
+                                  slotOf(&R::lastError),
+                                  slotOf(&R::isOk),
+                                  slotOf(&R::streamStatus)};
+  for (std::ptrdiff_t i = 0; i < 9; ++i) {
+    EXPECT_EQ(slots[i], i + 2);  // the destructor has the first two
+  }
 }
 
 TEST_F(Reader, HasNothingWithoutAGoodStream) {

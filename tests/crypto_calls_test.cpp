@@ -20,7 +20,18 @@ std::string textOf(const KIVByteArray& array) { return {array.data, array.length
 // Does the work of both functions.
 std::function<bool(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase)> crypto;
 
+std::string wiped;
+
 }  // namespace
+
+// Instead of the C library's.
+extern "C" void explicit_bzero(void* bytes, std::size_t count) noexcept {
+  for (auto* byte = static_cast<volatile char*>(bytes); count > 0; --count, ++byte) {
+    wiped += *byte;
+    *byte = '\0';
+  }
+  wiped += '|';
+}
 
 bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
   return crypto(input, output, passphrase);
@@ -55,10 +66,13 @@ TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
   const std::string expected = std::string("a\0b", 3) + "||p\xE9";
   EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
   EXPECT_EQ(handedOver, expected);
+  EXPECT_EQ(wiped, "p\xE9|" + std::string("a\0b|", 4));
   EXPECT_EQ(folder.read("a.enc"), "result");
   handedOver.clear();
+  wiped.clear();
   EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
   EXPECT_EQ(handedOver, expected);
+  EXPECT_EQ(wiped, "p\xE9|result|");
   KIVByteArray output("old", 3);
   char noPhrase[] = "";
   EXPECT_TRUE(DecryptXmlFile(file.c_str(), output, noPhrase));

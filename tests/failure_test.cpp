@@ -1,22 +1,21 @@
 // Loads in which something below the library fails: a conversion, the start of the parser library, an
 // allocation. The program defines libnuvo's functions itself, so that a conversion can do anything.
-#include "support/captured_stderr.h"
-#include "support/scratch_folder.h"
+#include "support/manifest_load.h"
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 #include <nuvo.h>
-#include <qzjexxml/qzjexxml.h>
 #include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
 
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <new>
 #include <string>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -30,7 +29,11 @@ int textsAlive = 0;
   ThrowXML1(RuntimeException, XMLExcepts::File_CouldNotOpenFile, u"x");
 }
 
-bool parserLibraryStarts = true;
+[[noreturn]] void throwDomException() { throw xercesc::DOMException(xercesc::DOMException::NOT_FOUND_ERR); }
+
+[[noreturn]] void throwOutOfMemory() { throw xercesc::OutOfMemoryException(); }
+
+void (*onStart)() = nullptr;  // called once the parser library has started
 bool nothrowNewWorks = true;
 
 template <typename To, typename From>
@@ -71,127 +74,121 @@ void xercesc::XMLPlatformUtils::Initialize(const char* locale, const char* home,
                                            MemoryManager* memoryManager) {
   static const auto start = reinterpret_cast<void (*)(const char*, const char*, PanicHandler*, MemoryManager*)>(
       dlsym(RTLD_NEXT, "_ZN11xercesc_3_216XMLPlatformUtils10InitializeEPKcS2_PNS_12PanicHandlerEPNS_13MemoryManagerE"));
+  ASSERT_NE(start, nullptr);
   start(locale, home, panicHandler, memoryManager);
-  if (!parserLibraryStarts) {
-    parserLibraryStarts = true;
-    throwXmlException();
+  if (onStart != nullptr) {
+    onStart();
   }
 }
 
 namespace {
 
-class FailingLoad : public testing::Test {
+class FailingLoad : public ManifestLoad {
  protected:
   void TearDown() override {
     onConversion = nullptr;
+    onStart = nullptr;
+    expectRecord(document, "N = /n\na\nb\n");
     EXPECT_EQ(textsAlive, 0);
+    EXPECT_EQ(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) << "the parser library was not stopped";
   }
 
-  std::string loadSearchPath() {
-    const std::string file = folder.write("manifest.xml",
-                                          "<r><kiv><varnixpath><data path='a'/></varnixpath></kiv>"
-                                          "<kiv><varnixpath><stop/><data path='b'/></varnixpath></kiv></r>");
-    KIVData* handle = nullptr;
-    EXPECT_EQ(InitKIVData(file.c_str(), &handle), 1);
-    std::string text;
-    for (const std::string& path : handle->varnixPath) {
-      text += path;
-    }
-    TermKIVData(&handle);
-    return text;
-  }
-
-  void expectWholeLoad() {
-    onConversion = nullptr;
-    EXPECT_EQ(loadSearchPath(), "ab");
-    EXPECT_EQ(captured.take(), "");
-  }
-
-  ScratchFolder folder;
-  CapturedStderr captured;
-};
-
-[[noreturn]] void throwDomException() { throw xercesc::DOMException(xercesc::DOMException::NOT_FOUND_ERR); }
-
-[[noreturn]] void throwOther() { throw std::bad_alloc(); }
-
-struct BuildException {
-  const char* name;
-  void (*raise)();
-  const char* messages;
-};
-
-void PrintTo(const BuildException& exception, std::ostream* stream) { *stream << exception.name; }
-
-class FailingBuild : public FailingLoad, public testing::WithParamInterface<BuildException> {
- protected:
-  void SetUp() override {
-    onConversion = [](const std::string& text) {
-      if (text == "stop") {
-        GetParam().raise();
+  void raiseAt(const char* text, void (*raise)()) {
+    onConversion = [=](const std::string& converted) {
+      if (converted == text) {
+        raise();
       }
       return true;
     };
   }
+
+  void expectLoad(std::string_view text, std::string_view record, std::string_view messages) {
+    EXPECT_EQ(load(text), record);
+    EXPECT_EQ(captured.take(), messages);
+  }
+
+  static constexpr const char* document =
+      "<r><kiv><varnixpath><data path='a'/></varnixpath></kiv><kiv><rootmacro><data name='N' abspath='/n'/></rootmacro>"
+      "<varnixpath><stop/><data path='b'/></varnixpath></kiv></r>";
 };
 
-TEST_P(FailingBuild, KeepsWhatWasBuiltOfTheManifest) {
-  EXPECT_EQ(loadSearchPath(), "a");
-  EXPECT_EQ(captured.take(), GetParam().messages);
-  expectWholeLoad();
+TEST_F(FailingLoad, KeepsWhatWasCompleteBeforeAnException) {
+  const std::pair<void (*)(), const char*> exceptions[] = {
+      {throwXmlException, "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n"},
+      {throwDomException, "A DOM error occurred Inside buildKivMaster \n \nDOMException code: 8\n"},
+      {throwOutOfMemory, "An error occurred Inside buildKivMaster \n \n"},
+  };
+  const std::string project = folder.write("project.xml", "<r><dependency><stop/></dependency></r>");
+  for (const auto& [raise, messages] : exceptions) {
+    raiseAt("stop", raise);
+    expectLoad(document, "a\n", messages);
+    void* handle = nullptr;
+    EXPECT_EQ(InitNOXData(project.c_str(), &handle), 0);
+    EXPECT_EQ(captured.take(), messages);
+  }
 }
 
-TEST_P(FailingBuild, IsReportedForTheProject) {
-  const std::string file = folder.write("project.xml", "<r><dependency><stop/></dependency></r>");
-  void* handle = nullptr;
-  EXPECT_EQ(InitNOXData(file.c_str(), &handle), 0);
-  EXPECT_EQ(captured.take(), GetParam().messages);
+// Out of the report of an error.
+TEST_F(FailingLoad, SaysWhichExceptionEndedTheParse) {
+  const std::pair<void (*)(), const char*> exceptions[] = {
+      {throwXmlException, "An error occurred during parsing\n   Message: unable to open file 'x'\nError buiding DOM\n"},
+      {throwDomException, "A DOM error occurred during parsing\n   DOMException code: 8\nError buiding DOM\n"},
+      {throwOutOfMemory, "An error occurred during parsing\n \nError buiding DOM\n"},
+  };
+  for (const auto& [raise, messages] : exceptions) {
+    raiseAt("JexXml", raise);
+    expectLoad("<r>", "", messages);
+  }
 }
-
-const BuildException exceptions[] = {
-    {"XmlException", throwXmlException,
-     "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n"},
-    {"DomException", throwDomException, "A DOM error occurred Inside buildKivMaster \n \nDOMException code: 8\n"},
-    {"Other", throwOther, "An error occurred Inside buildKivMaster \n \n"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Kinds, FailingBuild, testing::ValuesIn(exceptions),
-                         [](const auto& instance) { return instance.param.name; });
 
 TEST_F(FailingLoad, LeavesAnExceptionFromTheNameTableToTheCaller) {
-  onConversion = [](const std::string& text) { return text == "security" ? throw std::bad_alloc() : true; };
-  EXPECT_THROW(loadSearchPath(), std::bad_alloc);
+  raiseAt("security", [] { throw std::bad_alloc(); });
+  EXPECT_THROW(load(document), std::bad_alloc);
   EXPECT_EQ(captured.take(), "");
-  expectWholeLoad();
 }
 
 TEST_F(FailingLoad, GoesOnWithoutWhatCannotBeConverted) {
-  onConversion = [](const std::string& text) { return text != "path" && text != "stop"; };
-  EXPECT_EQ(loadSearchPath(), "");
   const std::string unset = "\nOwner Node and Attribute Name Not Set!\n";
   const std::string unbuilt = "Attribute has not been built!\n";
-  EXPECT_EQ(captured.take(), unset + unset + unbuilt + unbuilt);
+  onConversion = [](const std::string& text) { return text != "path" && text != "stop"; };
+  expectLoad(document, "N = /n\n\n\n", unset + unset + unbuilt + unbuilt);
   onConversion = [](const std::string& text) { return text != "a"; };
-  EXPECT_EQ(loadSearchPath(), "b");
+  expectLoad(document, "N = /n\n\nb\n", "");
   onConversion = [](const std::string&) { return false; };
-  EXPECT_EQ(loadSearchPath(), "");
-  EXPECT_EQ(captured.take(), unset + unset + unset + unset);  // the root's attributes
-  expectWholeLoad();
+  expectLoad(document, "", unset + unset + unset + unset);  // the root's attributes
+
+  const char* file = "<r><kiv><filemap><root path='r'><data dir_name='d' file_name='f'/></root></filemap></kiv></r>";
+  for (const auto& [name, record, reads] : {std::tuple("dir_name", "r//f -> /f\n", 2),
+                                            {"file_name", "r/d/ -> d/\n", 2},
+                                            {"dir_rename", "r/d/f -> d/f\n", 1},
+                                            {"path", "/d/f -> d/f\n", 1}}) {
+    onConversion = [name](const std::string& text) { return text != name; };
+    expectLoad(file, record, unset + unbuilt + (reads == 2 ? unbuilt : ""));
+  }
 }
 
 TEST_F(FailingLoad, SaysThatTheNameTableCannotBeAllocated) {
   nothrowNewWorks = false;
-  EXPECT_EQ(loadSearchPath(), "");
+  expectLoad(document, "", "Error Allocating Common Strings\n");
   nothrowNewWorks = true;
-  EXPECT_EQ(captured.take(), "Error Allocating Common Strings\n");
-  expectWholeLoad();
 }
 
 TEST_F(FailingLoad, SaysThatTheParserLibraryDoesNotStart) {
-  parserLibraryStarts = false;
-  EXPECT_EQ(loadSearchPath(), "");
-  EXPECT_EQ(captured.take(), "Error during Xerces-c Initialization.\n  Exception message:unable to open file 'x'\n");
-  expectWholeLoad();
+  onStart = throwXmlException;
+  expectLoad(document, "", "Error during Xerces-c Initialization.\n  Exception message:unable to open file 'x'\n");
+}
+
+// It is neither started nor stopped again, which it would not survive.
+TEST_F(FailingLoad, LeavesAnHalfStartedParserLibraryAlone) {
+  EXPECT_EXIT(
+      {
+        onStart = throwOutOfMemory;
+        EXPECT_THROW(load(document), std::bad_alloc);
+        onStart = [] { std::abort(); };
+        EXPECT_THROW(load(document), std::bad_alloc);
+        std::exit(testing::Test::HasFailure() || xercesc::XMLPlatformUtils::fgMemoryManager == nullptr ? 1 : 0);
+      },
+      testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

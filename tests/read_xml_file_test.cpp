@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 #include <qzjexxml/qzjexxml.h>
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <memory>
@@ -48,6 +51,13 @@ TEST_F(ReadXmlFileTest, SaysWhyItFailed) {
   expectFailure(folder.path("").c_str(), "Nothing to read!");
   expectFailure("/dev/zero", "Nothing to read!");
   expectFailure("/proc/self/mem", "Nothing to read!");
+  const std::string name = folder.path("socket");
+  sockaddr_un address = {AF_UNIX, {}};
+  name.copy(address.sun_path, sizeof address.sun_path - 1);
+  const int socketDescriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(socketDescriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  expectFailure(name.c_str(), "Could not open file: " + name);
+  close(socketDescriptor);
   ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
   expectFailure(folder.path("pipe").c_str(), "Nothing to read!");
   const std::string huge = folder.write("huge", "x");

@@ -43,7 +43,7 @@ DocumentParser::DocumentParser(const Limit& size) : XercesDOMParser(nullptr, &me
 DocumentParser::~DocumentParser() { memory.beforeAllocation = nullptr; }
 
 void DocumentParser::parse(const xercesc::InputSource& source) {
-  XercesDOMParser::parse(WatchedSource(source, [this](std::size_t size) { checkReading(size); }));
+  XercesDOMParser::parse(WatchedSource(source, memory, [this](std::size_t size) { checkReading(size); }));
 }
 
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,

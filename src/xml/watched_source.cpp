@@ -2,7 +2,6 @@
 
 #include <xercesc/util/BinInputStream.hpp>
 
-#include <memory>
 #include <utility>
 
 namespace jexxml {
@@ -12,29 +11,33 @@ using xercesc::BinInputStream;
 
 class WatchedStream final : public BinInputStream {
  public:
-  WatchedStream(BinInputStream* adopted, const std::function<void(std::size_t)>& onRead)
-      : stream(adopted), beforeRead(onRead) {}
+  WatchedStream(BinInputStream& other, const std::function<void(std::size_t)>& onRead)
+      : stream(other), beforeRead(onRead) {}
 
-  XMLFilePos curPos() const override { return stream->curPos(); }
-  const XMLCh* getContentType() const override { return stream->getContentType(); }
+  XMLFilePos curPos() const override { return stream.curPos(); }
+  const XMLCh* getContentType() const override { return stream.getContentType(); }
 
   XMLSize_t readBytes(XMLByte* const buffer, const XMLSize_t count) override {
     beforeRead(count);
-    return stream->readBytes(buffer, count);
+    return stream.readBytes(buffer, count);
   }
 
  private:
-  std::unique_ptr<BinInputStream> stream;
+  BinInputStream& stream;
   const std::function<void(std::size_t)>& beforeRead;
 };
 
 }  // namespace
 
-WatchedSource::WatchedSource(const xercesc::InputSource& other, std::function<void(std::size_t)> onRead)
-    : InputSource(other.getSystemId()), source(other), beforeRead(std::move(onRead)) {}
+WatchedSource::WatchedSource(const xercesc::InputSource& other, xercesc::MemoryManager& manager,
+                             std::function<void(std::size_t)> onRead)
+    : InputSource(other.getSystemId(), &manager), source(other), beforeRead(std::move(onRead)) {}
+
+WatchedSource::~WatchedSource() = default;
 
 BinInputStream* WatchedSource::makeStream() const {
-  return new (getMemoryManager()) WatchedStream(source.makeStream(), beforeRead);
+  stream.reset(source.makeStream());
+  return new (getMemoryManager()) WatchedStream(*stream, beforeRead);
 }
 
 }  // namespace jexxml
