@@ -1,12 +1,19 @@
 // Times and peak memory of the library's functions beside the least that the same work costs, and the
 // ratios between them.
+#include "manifests.h"
+
+#include <qzjexxml/qzjexxml.h>
+
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-#include <qzjexxml/qzjexxml.h>
 #include <sodium.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -17,12 +24,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-
-#include "manifests.h"
 
 namespace {
 

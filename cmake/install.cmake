@@ -13,12 +13,13 @@ endforeach()
 install(TARGETS qzjexxml_tool)
 install(TARGETS ${installed_libraries} EXPORT qzjexxml)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/qzjexxml TYPE INCLUDE)
-install(FILES ${PROJECT_SOURCE_DIR}/tools/qzjexxml.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PROJECT_BINARY_DIR}/tools/qzjexxml.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 install(EXPORT qzjexxml NAMESPACE qzjexxml:: FILE qzjexxml-config.cmake DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake DESTINATION ${package_folder})
 
+file(RELATIVE_PATH prefix_from_pkgconfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/qzjexxml.pc.in ${PROJECT_BINARY_DIR}/qzjexxml.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/qzjexxml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

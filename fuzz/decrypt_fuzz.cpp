@@ -1,13 +1,14 @@
 // Feeds files to the decryption: the input as it is, of which only the seeds decrypt; and the input sealed into a
 // good file, as a salt, a nonce and a plaintext, which must come back, and must not with one bit changed.
+#include "in_memory_file.h"
+
 #include <qzjexxml/qzjexxml.h>
+
 #include <sodium.h>
 
 #include <cstring>
 #include <string>
 #include <string_view>
-
-#include "in_memory_file.h"
 
 namespace {
 

@@ -2,7 +2,10 @@
 // cost and how it ended. Exits with 1 when one costs more than a second of processor time, and a second more
 // for each MiB of a larger document; when one is killed; or when its messages are a flood. Arguments:
 // nothing, or a part of the families' names; with --print SIZE, the document itself.
+#include "hostile_documents.h"
+
 #include <qzjexxml/qzjexxml.h>
+
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,8 +17,6 @@
 #include <iostream>
 #include <iterator>
 #include <string>
-
-#include "hostile_documents.h"
 
 namespace {
 

@@ -1,10 +1,11 @@
 // Feeds a file to both loads; a good one must still load afterwards.
+#include "in_memory_file.h"
+
 #include <qzjexxml/qzjexxml.h>
 
-#include <string_view>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "in_memory_file.h"
+#include <string_view>
 
 namespace {
 

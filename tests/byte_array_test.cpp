@@ -1,10 +1,10 @@
 // KIVByteArray and the readers, as a consumer's own code compiles them.
 #include "support/scratch_folder.h"
 
-#include <gtest/gtest.h>
 #include <qzjexxml/kiv_byte_array.h>
 #include <qzjexxml/kiv_file_reader.h>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cstddef>

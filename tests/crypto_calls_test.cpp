@@ -1,13 +1,13 @@
 // What the crypto library is handed, and what is done with what it gives: this program defines its two
 // functions itself.
 #include "filestore/encrypted_file.h"
-
 #include "support/captured_stderr.h"
 #include "support/scratch_folder.h"
 
-#include <gtest/gtest.h>
 #include <kivbtcrypto.h>
 #include <qzjexxml/qzjexxml.h>
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>

@@ -4,7 +4,6 @@
 #include "support/parsed_document.h"
 
 #include <gtest/gtest.h>
-
 #include <xercesc/dom/DOM.hpp>
 
 namespace jexxml {

@@ -1,13 +1,13 @@
 // The diagnostic dumps, and through them what the trees hold.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-
 #include "manifest/kiv_dump.h"
 #include "project/nox_dump.h"
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
 
 namespace jexxml {
 namespace {

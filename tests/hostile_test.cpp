@@ -1,11 +1,11 @@
 // Documents made to cost much: each is refused with one clear report, soon, and the next good load works.
+#include "hostile_documents.h"
+#include "support/manifest_load.h"
+
 #include <algorithm>
 #include <ctime>
 #include <functional>
 #include <string>
-
-#include "hostile_documents.h"
-#include "support/manifest_load.h"
 
 namespace {
 

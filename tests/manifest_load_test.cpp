@@ -1,5 +1,6 @@
 // Loading manifests through the exported functions of the shared library.
 #include "support/manifest_load.h"
+
 #include "support/thread_locale.h"
 
 #include <cstddef>

@@ -1,6 +1,5 @@
 // The node framework and the node classes over it.
 #include "manifest/kiv_nodes.h"
-
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
 
@@ -35,7 +34,7 @@ TEST(NodeAttribute, TellsAbsentFromEmptyFromUnfetched) {
 TEST(ChildNodeList, HoldsMatchingChildrenInOrder) {
   const ParsedDocument parsed("<r>t<data path='1'/><x/><data path='2'/><!-- c --><data path='3'/></r>");
   const XmlCommonStrings strings;
-  ChildNodeList<KivVpDataNode> list;
+  ChildNodeList<KivVpDataNode> list("data");
   EXPECT_EQ(list.at(0), nullptr);
   EXPECT_FALSE(list.build(nullptr, &strings));
   EXPECT_TRUE(list.build(parsed.root(), &strings));

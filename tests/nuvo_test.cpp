@@ -1,7 +1,7 @@
 // The stand-in for libnuvo: conversions in several code pages.
-#include <nuvo.h>
-
 #include "support/thread_locale.h"
+
+#include <nuvo.h>
 
 #include <gtest/gtest.h>
 

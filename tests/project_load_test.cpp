@@ -1,11 +1,12 @@
 // Checking project descriptions through the exported functions of the shared library.
-#include <gtest/gtest.h>
-#include <qzjexxml/qzjexxml.h>
-
-#include <string>
-
 #include "support/captured_stderr.h"
 #include "support/scratch_folder.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 

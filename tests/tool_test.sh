@@ -59,6 +59,8 @@ check 0 "{\"file\":\"a.xml\",$json
 cp a.xml $'caf\xe9.xml'
 check 0 "{\"file\":\"caf"$'\xef\xbf\xbd'".xml\",$json
 " '' manifest --json $'caf\xe9.xml'
+LC_ALL=test.ISO-8859-1 check 0 "{\"file\":\"a.xml\",$json
+" '' manifest --json a.xml
 check 0 "$tree" '' manifest --tree b.xml
 check 0 '' '' project project.xml b.xml
 check 1 '' "$bad_report" project project.xml bad.xml b.xml
@@ -87,11 +89,22 @@ cmp plain a.xml
 [ "$(stat -c %a plain)" = 600 ]
 check 1 '' 'qzjexxml: no/plain: cannot be written: No such file or directory
 ' decrypt -o no/plain --passphrase-file pw a.enc
+mkdir folder
+check 1 '' 'qzjexxml: folder: cannot be written: Is a directory
+' decrypt -o folder --passphrase-file pw a.enc
 check 1 '' 'qzjexxml: nope: cannot be encrypted
 Could not open file: nope
 ' encrypt --passphrase-file pw nope
-check 1 '' 'qzjexxml: passphrase: it is empty, which protects nothing
-' encrypt --passphrase-file empty a.xml
+printf 'p\0w\n' >nul
+printf '%01023d' 0 >longest
+printf '%01024d' 0 >too-long
+for row in 'empty:it is empty, which protects nothing' 'nul:it contains a NUL byte' \
+  'too-long:it is longer than 1,023 bytes' 'none:cannot read none: No such file or directory'; do
+  check 1 '' "qzjexxml: passphrase: ${row#*:}
+" encrypt --passphrase-file "${row%%:*}" a.xml
+done
+check 1 '' 'qzjexxml: a.enc: wrong passphrase or damaged file
+' verify --passphrase-file longest a.enc
 ln -s /dev/full full.enc
 cp a.xml full.xml
 check 1 '' 'qzjexxml: full.enc: cannot be decrypted
@@ -107,13 +120,41 @@ for arguments in 'manifest a.xml' 'decrypt --passphrase-file pw a.enc' --version
   fi
 done
 
+# A pipe that nobody reads, and the prompt on a terminal.
+{ "${tool[@]}" manifest a.xml 2>err || echo $? >status; } | :
+if [ "$(cat status)" != 1 ] || [ "$(cat err)" != 'qzjexxml: standard output: cannot be written' ]; then
+  echo 'FAILED on a closed pipe' >&2
+  failures=$((failures + 1))
+fi
+answer() { # PROMPT TEXT: waits for the prompt
+  for _ in {1..400}; do
+    grep -q "$1" typescript && break
+    sleep 0.05
+  done
+  echo "$2"
+}
+: >typescript
+{ answer 'Passphrase: ' pw && answer again pw2; } | timeout 60 script -qfec "${tool[*]} encrypt b.xml" typescript >prompts || true
+if [ "$(tr -d '\r' <prompts)" != 'Passphrase: 
+Passphrase again: 
+qzjexxml: passphrase: the passphrases differ' ]; then
+  echo "FAILED to ask: $(cat prompts)" >&2
+  failures=$((failures + 1))
+fi
+
 check 0 'qzjexxml 7.1.0.144 (July 26, 2005)
 ' '' --version
 for arguments in '' nonsense manifest 'manifest --json --tree a.xml' 'decrypt a.enc b.enc'; do
   # shellcheck disable=SC2086
   got=0 && "${tool[@]}" $arguments >out 2>/dev/null || got=$?
-  [ $got -eq 2 ] && [ ! -s out ] || { echo "FAILED usage: $arguments" >&2; failures=$((failures + 1)); }
+  if [ $got -ne 2 ] || [ -s out ]; then
+    echo "FAILED usage: $arguments" >&2
+    failures=$((failures + 1))
+  fi
 done
 "${tool[@]}" encrypt --help | grep -q passphrase-file
-[ ! -e a.xml.?????? ]
+if compgen -G '*.??????' | grep -v '^passphrase$'; then
+  echo 'FAILED: temporary files are left' >&2
+  failures=$((failures + 1))
+fi
 exit $((failures > 0))

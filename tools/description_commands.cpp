@@ -1,6 +1,12 @@
 #include "description_commands.h"
 
+#include "interface/document_load.h"
+#include "manifest/kiv_dump.h"
+#include "project/nox_dump.h"
+
 #include <qzjexxml/qzjexxml.h>
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <clocale>
@@ -8,12 +14,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <string_view>
-
-#include "interface/document_load.h"
-#include "manifest/kiv_dump.h"
-#include "project/nox_dump.h"
 
 namespace tool {
 namespace {

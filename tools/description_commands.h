@@ -2,10 +2,10 @@
 #ifndef QZJEXXML_TOOLS_DESCRIPTION_COMMANDS_H
 #define QZJEXXML_TOOLS_DESCRIPTION_COMMANDS_H
 
+#include "outcome.h"
+
 #include <string>
 #include <vector>
-
-#include "outcome.h"
 
 namespace tool {
 

@@ -1,6 +1,10 @@
 #include "encryption_commands.h"
 
+#include "filestore/encrypted_file.h"
+#include "filestore/secret_byte_array.h"
+
 #include <qzjexxml/qzjexxml.h>
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,9 +14,6 @@
 #include <cstring>
 #include <iostream>
 #include <string_view>
-
-#include "filestore/encrypted_file.h"
-#include "filestore/secret_byte_array.h"
 
 namespace tool {
 namespace {

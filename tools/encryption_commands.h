@@ -2,11 +2,11 @@
 #ifndef QZJEXXML_TOOLS_ENCRYPTION_COMMANDS_H
 #define QZJEXXML_TOOLS_ENCRYPTION_COMMANDS_H
 
-#include <string>
-#include <vector>
-
 #include "outcome.h"
 #include "passphrase.h"
+
+#include <string>
+#include <vector>
 
 namespace tool {
 

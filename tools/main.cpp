@@ -1,13 +1,14 @@
 // qzjexxml: the library's functions as commands.
+#include "description_commands.h"
+#include "encryption_commands.h"
+
 #include <qzjexxml/qzjexxml.h>
 
 #include <CLI/CLI.hpp>
+
 #include <csignal>
 #include <string>
 #include <vector>
-
-#include "description_commands.h"
-#include "encryption_commands.h"
 
 namespace {
 

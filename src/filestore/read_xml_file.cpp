@@ -1,6 +1,6 @@
-#include <qzjexxml/qzjexxml.h>
-
 #include "filestore/whole_file.h"
+
+#include <qzjexxml/qzjexxml.h>
 
 bool ReadXmlFile(const char* fileName, KIVByteArray& out) {
   KIVByteArray content =

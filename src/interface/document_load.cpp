@@ -5,11 +5,14 @@
 
 #include <qzjexxml/qzjexxml.h>
 
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include <cstddef>
 #include <iostream>
+#include <memory>
 #include <new>
 
 namespace jexxml {
@@ -17,10 +20,13 @@ namespace jexxml {
 using xercesc::MemBufInputSource;
 using xercesc::XMLPlatformUtils;
 
-KIVByteArray gByteArray;
-std::unique_ptr<MemBufInputSource> gInputSource;
-
 namespace {
+
+// The file of the load, and between loads the last file that was read, until the library is unloaded.
+KIVByteArray gByteArray;
+
+// The running load's input source over those bytes; null outside a load.
+std::unique_ptr<MemBufInputSource> gInputSource;
 
 // An exception that is not the parser library's own leaves it half started. Then it can be neither started nor
 // stopped any more, so that every later load has to fail too.
@@ -80,7 +86,8 @@ void DocumentLoad::run(const char* fileName) {
     std::cerr << "Error building input source" << std::endl;
     return;
   }
-  parsedDocument = parseDocument(*gInputSource, gByteArray.length);
+  size = gByteArray.length;
+  parsedDocument = parseDocument(*gInputSource, size);
   if (parsedDocument == nullptr) {
     std::cerr << "Error buiding DOM" << std::endl;
   }
@@ -94,7 +101,5 @@ DocumentLoad::~DocumentLoad() {
     XMLPlatformUtils::Terminate();
   }
 }
-
-std::size_t DocumentLoad::documentSize() { return gByteArray.length; }
 
 }  // namespace jexxml

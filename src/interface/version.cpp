@@ -1,4 +1,5 @@
 #include <qzjexxml/qzjexxml.h>
 
-const char* libqzjexxml_version = "7.1.0.144";
-const char* libqzjexxml_build_date = "July 26, 2005";
+// Both macros are the build's.
+const char* libqzjexxml_version = VERSION;
+const char* libqzjexxml_build_date = VERSION_DATE;

@@ -9,16 +9,16 @@ namespace {
 
 void dumpRootMacro(KivRmNode& rootMacro) {
   dumpLine("##rootmacro: no of data nodes=" + std::to_string(rootMacro.rootMacroDataNodeList.size()));
-  for (auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+  for (auto& item : rootMacro.rootMacroDataNodeList) {
     dumpLine({{"###data: name=", item.name}, {" abspath=", item.abspath}});
   }
 }
 
 void dumpFilemap(KivFmNode& filemap) {
   dumpLine("##filemap:");
-  for (auto& root : filemap.filemapRootNodeList.nodes) {
+  for (auto& root : filemap.filemapRootNodeList) {
     dumpLine({{"###root: path=", root.path}});
-    for (auto& file : root.filemapDataNodeList.nodes) {
+    for (auto& file : root.filemapDataNodeList) {
       dumpLine({{"####data: dir_name=", file.dirName},
                 {" file_name=", file.fileName},
                 {" dir_rename=", file.dirRename},
@@ -29,7 +29,7 @@ void dumpFilemap(KivFmNode& filemap) {
 
 void dumpVarnixPath(KivVpNode& varnixPath) {
   dumpLine("##varnixpath:");
-  for (auto& item : varnixPath.varnixPathDataNodeList.nodes) {
+  for (auto& item : varnixPath.varnixPathDataNodeList) {
     dumpLine({{"###data: path=", item.path}});
   }
 }
@@ -41,15 +41,15 @@ bool dumpKivMaster(KivMaster& master) {
     return false;
   }
   dumpLine("=======================KIV============================");
-  for (auto& kiv : master.root->kivNodeList.nodes) {
+  for (auto& kiv : master.root->kivNodeList) {
     dumpLine({{"#kiv: application=", kiv.application}});
-    for (auto& rootMacro : kiv.rootMacroNodeList.nodes) {
+    for (auto& rootMacro : kiv.rootMacroNodeList) {
       dumpRootMacro(rootMacro);
     }
-    for (auto& filemap : kiv.filemapNodeList.nodes) {
+    for (auto& filemap : kiv.filemapNodeList) {
       dumpFilemap(filemap);
     }
-    for (auto& varnixPath : kiv.varnixPathNodeList.nodes) {
+    for (auto& varnixPath : kiv.varnixPathNodeList) {
       dumpVarnixPath(varnixPath);
     }
   }

@@ -19,36 +19,31 @@
 
 namespace jexxml {
 
-// A root macro: a name for an absolute path.
+// A "data" of a root macro: a name for an absolute path.
 struct KivRmDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   KivRmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute abspath{domNode, commonStrings->get("abspath")};
   NodeAttribute name{domNode, commonStrings->get("name")};
+
+  bool process() override { return fetch(abspath, name); }
 };
 
 struct KivRmNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "rootmacro";
-
   KivRmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<KivRmDataNode> rootMacroDataNodeList;
+  ChildNodeList<KivRmDataNode> rootMacroDataNodeList{"data"};
+
+  bool process() override { return build(*this, "Failed to build Root Macro Data Node List", rootMacroDataNodeList); }
 };
 
-// A file of the file map, with the names under which it is restored where they differ.
+// A "data" of a file map: a file, with the names under which it is restored where they differ.
 struct KivFmDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   KivFmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
@@ -56,73 +51,75 @@ struct KivFmDataNode final : NoxXmlNodeInterface {
   NodeAttribute fileName{domNode, commonStrings->get("file_name")};
   NodeAttribute dirRename{domNode, commonStrings->get("dir_rename")};
   NodeAttribute fileRename{domNode, commonStrings->get("file_rename")};
+
+  bool process() override { return fetch(dirName, fileName, dirRename, fileRename); }
 };
 
-// The path under which files of the file map are found.
+// A "root" of a file map: the path under which its files are found.
 struct KivFmRootNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "root";
-
   KivFmRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
-  ChildNodeList<KivFmDataNode> filemapDataNodeList;
+  ChildNodeList<KivFmDataNode> filemapDataNodeList{"data"};
+
+  bool process() override {
+    return fetch(path) && build(*this, "Failed to build Filemap Data Node List", filemapDataNodeList);
+  }
 };
 
 struct KivFmNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "filemap";
-
   KivFmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<KivFmRootNode> filemapRootNodeList;
+  ChildNodeList<KivFmRootNode> filemapRootNodeList{"root"};
+
+  bool process() override { return build(*this, "Failed to build Filemap Root Node List", filemapRootNodeList); }
 };
 
-// An entry of the search path.
+// A "data" of the search path: one entry.
 struct KivVpDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   KivVpDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
+
+  bool process() override { return fetch(path); }
 };
 
 struct KivVpNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "varnixpath";
-
   KivVpNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<KivVpDataNode> varnixPathDataNodeList;
+  ChildNodeList<KivVpDataNode> varnixPathDataNodeList{"data"};
+
+  bool process() override { return build(*this, "Failed to build Varnix Path Data Node List", varnixPathDataNodeList); }
 };
 
 // One packaged application.
 struct KivNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "kiv";
-
   KivNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute application{domNode, commonStrings->get("application")};
-  ChildNodeList<KivRmNode> rootMacroNodeList;
-  ChildNodeList<KivFmNode> filemapNodeList;
-  ChildNodeList<KivVpNode> varnixPathNodeList;
+  ChildNodeList<KivRmNode> rootMacroNodeList{"rootmacro"};
+  ChildNodeList<KivFmNode> filemapNodeList{"filemap"};
+  ChildNodeList<KivVpNode> varnixPathNodeList{"varnixpath"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(application) &&
+           build(*this, "Failed processing Node Lists", rootMacroNodeList, filemapNodeList, varnixPathNodeList);
+  }
 };
 
+// The root element, of any name.
 struct KivRootNode final : NoxXmlNodeInterface {
   KivRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
@@ -130,7 +127,12 @@ struct KivRootNode final : NoxXmlNodeInterface {
   NodeAttribute version{domNode, commonStrings->get("version")};
   NodeAttribute date{domNode, commonStrings->get("date")};
   NodeAttribute name{domNode, commonStrings->get("name")};
-  ChildNodeList<KivNode> kivNodeList;
+  ChildNodeList<KivNode> kivNodeList{"kiv"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(type, version, date, name) &&
+           (!domNode->hasChildNodes() || build(*this, "Error processing kiv nodes", kivNodeList));
+  }
 };
 
 using KivMaster = DocumentTree<KivRootNode>;

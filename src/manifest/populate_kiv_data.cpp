@@ -10,7 +10,7 @@ namespace jexxml {
 namespace {
 
 void populateRootMacros(KivRmNode& rootMacro, KIVData& data) {
-  for (auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+  for (auto& item : rootMacro.rootMacroDataNodeList) {
     const std::string& name = item.name.getText();
     data.rootMacros[name] = item.abspath.getText();
   }
@@ -41,7 +41,7 @@ void prefetchValues(const KivFmDataNode* file) {
 void populateFileMap(KivFmNode& filemap, KIVData& data) {
   constexpr int lookahead = 4;
   auto expectedPlace = data.fileMap.end();  // files mostly stand in order
-  for (auto& root : filemap.filemapRootNodeList.nodes) {
+  for (auto& root : filemap.filemapRootNodeList) {
     const std::string& rootPath = root.path.getText();
     ChildNodeList<KivFmDataNode>& files = root.filemapDataNodeList;
     for (int i = 0; i < files.size(); ++i) {
@@ -63,7 +63,7 @@ void populateFileMap(KivFmNode& filemap, KIVData& data) {
 }
 
 void populateSearchPath(KivVpNode& varnixPath, KIVData& data) {
-  for (auto& item : varnixPath.varnixPathDataNodeList.nodes) {
+  for (auto& item : varnixPath.varnixPathDataNodeList) {
     data.varnixPath.push_back(item.path.getText());
   }
 }
@@ -73,9 +73,9 @@ void populateSearchPath(KivVpNode& varnixPath, KIVData& data) {
 std::uint64_t rootPathText(const KivMaster& master) {
   std::uint64_t text = 0;
   if (master.root != nullptr) {
-    for (const auto& kiv : master.root->kivNodeList.nodes) {
-      for (const auto& filemap : kiv.filemapNodeList.nodes) {
-        for (const auto& root : filemap.filemapRootNodeList.nodes) {
+    for (const auto& kiv : master.root->kivNodeList) {
+      for (const auto& filemap : kiv.filemapNodeList) {
+        for (const auto& root : filemap.filemapRootNodeList) {
           text += std::uint64_t{root.filemapDataNodeList.nodes.size()} * xercesc::XMLString::stringLen(root.path.value);
         }
       }
@@ -88,14 +88,14 @@ bool populateKivData(const KivMaster& master, KIVData& data) {
   if (master.root == nullptr) {
     return true;
   }
-  for (auto& kiv : master.root->kivNodeList.nodes) {
-    for (auto& rootMacro : kiv.rootMacroNodeList.nodes) {
+  for (auto& kiv : master.root->kivNodeList) {
+    for (auto& rootMacro : kiv.rootMacroNodeList) {
       populateRootMacros(rootMacro, data);
     }
-    for (auto& filemap : kiv.filemapNodeList.nodes) {
+    for (auto& filemap : kiv.filemapNodeList) {
       populateFileMap(filemap, data);
     }
-    for (auto& varnixPath : kiv.varnixPathNodeList.nodes) {
+    for (auto& varnixPath : kiv.varnixPathNodeList) {
       populateSearchPath(varnixPath, data);
     }
   }

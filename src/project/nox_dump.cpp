@@ -7,9 +7,9 @@ namespace {
 
 void dumpDependency(NoxDependencyNode& dependency) {
   dumpLine("#dependency:");
-  for (auto& directory : dependency.directoryNodeList.nodes) {
+  for (auto& directory : dependency.directoryNodeList) {
     dumpLine({{"##directory: path=", directory.path}});
-    for (auto& item : directory.dataNodeList.nodes) {
+    for (auto& item : directory.dataNodeList) {
       dumpLine({{"###data: pathd=", item.pathd}, {" name=", item.name}});
     }
   }
@@ -19,15 +19,15 @@ void dumpDevelopment(NoxDevelopmentNode& development) {
   dumpLine({{"#development: project=", development.project},
             {" debug_log=", development.debugLog},
             {" debug_level=", development.debugLevel}});
-  for (auto& rootMacro : development.rootMacroNodeList.nodes) {
+  for (auto& rootMacro : development.rootMacroNodeList) {
     dumpLine("##rootmacro:");
-    for (auto& item : rootMacro.rootMacroDataNodeList.nodes) {
+    for (auto& item : rootMacro.rootMacroDataNodeList) {
       dumpLine({{"###rmdata: name=", item.name}, {" abspath=", item.abspath}});
     }
   }
-  for (auto& addPath : development.addPathNodeList.nodes) {
+  for (auto& addPath : development.addPathNodeList) {
     dumpLine("##addpath:");
-    for (auto& item : addPath.addPathDataNodeList.nodes) {
+    for (auto& item : addPath.addPathDataNodeList) {
       dumpLine({{"###apdata: path=", item.path}, {" where=", item.where}});
     }
   }
@@ -35,9 +35,9 @@ void dumpDevelopment(NoxDevelopmentNode& development) {
 
 void dumpSecurity(NoxSecNode& security) {
   dumpLine("#security:");
-  for (auto& exclude : security.excludeNodeList.nodes) {
+  for (auto& exclude : security.excludeNodeList) {
     dumpLine({{"##exclude: message=", exclude.message}});
-    for (auto& item : exclude.secDataNodeList.nodes) {
+    for (auto& item : exclude.secDataNodeList) {
       dumpLine({{"###secdata: path=", item.path}});
     }
   }
@@ -45,9 +45,9 @@ void dumpSecurity(NoxSecNode& security) {
 
 void dumpDeployment(NoxDeploymentNode& deployment) {
   dumpLine({{"#deployment: application=", deployment.application}, {" debug_test=", deployment.debugTest}});
-  for (auto& pathMap : deployment.pathMapNodeList.nodes) {
+  for (auto& pathMap : deployment.pathMapNodeList) {
     dumpLine("##pathmap:");
-    for (auto& item : pathMap.pathMapDataNodeList.nodes) {
+    for (auto& item : pathMap.pathMapDataNodeList) {
       dumpLine({{"###pmdata: front=", item.front}, {" replace_by=", item.replaceBy}});
     }
   }
@@ -60,22 +60,22 @@ bool dumpNoxMaster(NoxMaster& master) {
     return false;
   }
   dumpLine("=================DEPENDENCY======================");
-  for (auto& dependency : master.root->dependencyNodeList.nodes) {
+  for (auto& dependency : master.root->dependencyNodeList) {
     dumpDependency(dependency);
   }
   dumpLine("=================================================");
   dumpLine("=================DEVELOPMENT=====================");
-  for (auto& development : master.root->developmentNodeList.nodes) {
+  for (auto& development : master.root->developmentNodeList) {
     dumpDevelopment(development);
   }
   dumpLine("===============================================");
   dumpLine("=================SECURITY======================");
-  for (auto& security : master.root->securityNodeList.nodes) {
+  for (auto& security : master.root->securityNodeList) {
     dumpSecurity(security);
   }
   dumpLine("===============================================");
   dumpLine("=================DEPLOYMENT=====================");
-  for (auto& deployment : master.root->deploymentNodeList.nodes) {
+  for (auto& deployment : master.root->deploymentNodeList) {
     dumpDeployment(deployment);
   }
   dumpLine("==================================================");

@@ -25,180 +25,183 @@
 
 namespace jexxml {
 
-// A file in a directory that the project depends on.
+// A "data" of a directory: a file that the project depends on.
 struct NoxDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   NoxDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute pathd{domNode, commonStrings->get("pathd")};
   NodeAttribute name{domNode, commonStrings->get("name")};
+
+  bool process() override { return domNode != nullptr && fetch(pathd, name); }
 };
 
 struct NoxDirectoryNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "directory";
-
   NoxDirectoryNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
-  ChildNodeList<NoxDataNode> dataNodeList;
+  ChildNodeList<NoxDataNode> dataNodeList{"data"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(path) && build(*this, "Error processing Data Node List", dataNodeList);
+  }
 };
 
 struct NoxDependencyNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "dependency";
-
   NoxDependencyNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<NoxDirectoryNode> directoryNodeList;
+  ChildNodeList<NoxDirectoryNode> directoryNodeList{"directory"};
+
+  bool process() override { return build(*this, "Failed processing Directory Node List", directoryNodeList); }
 };
 
-// A root macro: a name for an absolute path.
+// A "data" of a root macro: a name for an absolute path.
 struct NoxRmDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   NoxRmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute abspath{domNode, commonStrings->get("abspath")};
   NodeAttribute name{domNode, commonStrings->get("name")};
+
+  bool process() override { return domNode != nullptr && fetch(abspath, name); }
 };
 
 struct NoxRmNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "rootmacro";
-
   NoxRmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<NoxRmDataNode> rootMacroDataNodeList;
+  ChildNodeList<NoxRmDataNode> rootMacroDataNodeList{"data"};
+
+  bool process() override {
+    return domNode != nullptr && build(*this, "Error processing rm data nodes", rootMacroDataNodeList);
+  }
 };
 
-// An added path, and where it is added.
+// A "data" of the added paths: a path, and where it is added.
 struct NoxApDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   NoxApDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
   NodeAttribute where{domNode, commonStrings->get("where")};
+
+  bool process() override { return domNode != nullptr && fetch(path, where); }
 };
 
 struct NoxApNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "addpath";
-
   NoxApNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<NoxApDataNode> addPathDataNodeList;
+  ChildNodeList<NoxApDataNode> addPathDataNodeList{"data"};
+
+  bool process() override {
+    return domNode != nullptr && build(*this, "Error processing ap data nodes", addPathDataNodeList);
+  }
 };
 
 struct NoxDevelopmentNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "development";
-
   NoxDevelopmentNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute project{domNode, commonStrings->get("project")};
   NodeAttribute debugLog{domNode, commonStrings->get("debug_log")};
   NodeAttribute debugLevel{domNode, commonStrings->get("debug_level")};
-  ChildNodeList<NoxRmNode> rootMacroNodeList;
-  ChildNodeList<NoxApNode> addPathNodeList;
+  ChildNodeList<NoxRmNode> rootMacroNodeList{"rootmacro"};
+  ChildNodeList<NoxApNode> addPathNodeList{"addpath"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(project, debugLog, debugLevel) &&
+           build(*this, "Error processing rm nodes", rootMacroNodeList) &&
+           build(*this, "Error processing ap nodes", addPathNodeList);
+  }
 };
 
-// A path that is excluded.
+// A "data" of an exclusion: a path that is excluded.
 struct NoxSecDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   NoxSecDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
+
+  bool process() override { return domNode != nullptr && fetch(path); }
 };
 
 struct NoxExcludeNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "exclude";
-
   NoxExcludeNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute message{domNode, commonStrings->get("message")};
-  ChildNodeList<NoxSecDataNode> secDataNodeList;
+  ChildNodeList<NoxSecDataNode> secDataNodeList{"data"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(message) && build(*this, "Error processing sec data nodes", secDataNodeList);
+  }
 };
 
 struct NoxSecNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "security";
-
   NoxSecNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<NoxExcludeNode> excludeNodeList;
+  ChildNodeList<NoxExcludeNode> excludeNodeList{"exclude"};
+
+  bool process() override { return domNode != nullptr && build(*this, "Error processing exc nodes", excludeNodeList); }
 };
 
-// A front part of paths, and what replaces it.
+// A "data" of a path map: the front part of paths, and what replaces it.
 struct NoxPmDataNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "data";
-
   NoxPmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute front{domNode, commonStrings->get("front")};
   NodeAttribute replaceBy{domNode, commonStrings->get("replace_by")};
+
+  bool process() override { return domNode != nullptr && fetch(front, replaceBy); }
 };
 
 struct NoxPmNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "pathmap";
-
   NoxPmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
-  ChildNodeList<NoxPmDataNode> pathMapDataNodeList;
+  ChildNodeList<NoxPmDataNode> pathMapDataNodeList{"data"};
+
+  bool process() override {
+    return domNode != nullptr && build(*this, "Error processing pm data nodes", pathMapDataNodeList);
+  }
 };
 
 struct NoxDeploymentNode final : NoxXmlNodeInterface {
-  static constexpr const char* elementName = "deployment";
-
   NoxDeploymentNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
   NodeAttribute application{domNode, commonStrings->get("application")};
   NodeAttribute debugTest{domNode, commonStrings->get("debug_test")};
-  ChildNodeList<NoxPmNode> pathMapNodeList;
+  ChildNodeList<NoxPmNode> pathMapNodeList{"pathmap"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(application, debugTest) &&
+           build(*this, "Error processing pm nodes", pathMapNodeList);
+  }
 };
 
+// The root element, of any name.
 struct NoxRootNode final : NoxXmlNodeInterface {
   NoxRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
-  bool process() override;
 
   DOMNode* domNode;
   const XmlCommonStrings* commonStrings;
@@ -206,10 +209,18 @@ struct NoxRootNode final : NoxXmlNodeInterface {
   NodeAttribute version{domNode, commonStrings->get("version")};
   NodeAttribute date{domNode, commonStrings->get("date")};
   NodeAttribute name{domNode, commonStrings->get("name")};
-  ChildNodeList<NoxDependencyNode> dependencyNodeList;
-  ChildNodeList<NoxDevelopmentNode> developmentNodeList;
-  ChildNodeList<NoxSecNode> securityNodeList;
-  ChildNodeList<NoxDeploymentNode> deploymentNodeList;
+  ChildNodeList<NoxDependencyNode> dependencyNodeList{"dependency"};
+  ChildNodeList<NoxDevelopmentNode> developmentNodeList{"development"};
+  ChildNodeList<NoxSecNode> securityNodeList{"security"};
+  ChildNodeList<NoxDeploymentNode> deploymentNodeList{"deployment"};
+
+  bool process() override {
+    return domNode != nullptr && fetch(type, version, date, name) &&
+           (!domNode->hasChildNodes() || (build(*this, "Error processing dep nodes", dependencyNodeList) &&
+                                          build(*this, "Error processing dev nodes", developmentNodeList) &&
+                                          build(*this, "Error processing sec nodes", securityNodeList) &&
+                                          build(*this, "Error processing dpl nodes", deploymentNodeList)));
+  }
 };
 
 using NoxMaster = DocumentTree<NoxRootNode>;

@@ -11,9 +11,12 @@
 
 namespace jexxml {
 
-// T is a node class; its `elementName` is the children's name. Owns its nodes.
+// T is a node class. Owns its nodes.
 template <typename T>
 struct ChildNodeList {
+  // `name` is the children's, and outlives the list.
+  explicit ChildNodeList(const char* name) : elementName(name) {}
+
   // Creates, processes and appends a node for each child of `element` that is named so, in document
   // order. A child whose processing fails stays. False, without a message, for a null `element`.
   bool build(DOMNode* element, const XmlCommonStrings* commonStrings) {
@@ -21,12 +24,12 @@ struct ChildNodeList {
       return false;
     }
     parent = element;
-    DOMNode* current = GetFirstChildWithThisName(parent, T::elementName);
-    const int count = CountDirectChildrenWithThisName(parent, T::elementName);
+    DOMNode* current = GetFirstChildWithThisName(parent, elementName);
+    const int count = CountDirectChildrenWithThisName(parent, elementName);
     nodes.reserve(nodes.size() + static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {
       append(current, commonStrings);
-      current = GetNextSiblingWithThisName(current, T::elementName);
+      current = GetNextSiblingWithThisName(current, elementName);
     }
     return true;
   }
@@ -39,6 +42,12 @@ struct ChildNodeList {
     return place < nodes.size() ? &nodes[place] : nullptr;
   }
 
+  auto begin() { return nodes.begin(); }
+  auto end() { return nodes.end(); }
+  auto begin() const { return nodes.begin(); }
+  auto end() const { return nodes.end(); }
+
+  const char* elementName;
   std::vector<T> nodes;       // side by side: a file map has very many
   DOMNode* parent = nullptr;  // not owned; null until built
 

@@ -1,8 +1,7 @@
 // NoxXmlNodeInterface: what every node class of the two document trees is.
 //
-// A node class derives directly and publicly from it, names its element in `elementName` (a root
-// element may have any name, so root classes have none), and holds, in this order: `domNode` and
-// `commonStrings`, one NodeAttribute for each attribute, one ChildNodeList for each kind of child.
+// A node class derives directly and publicly from it, and holds, in this order: `domNode` and `commonStrings`, one
+// NodeAttribute for each attribute, one ChildNodeList for each kind of child.
 #ifndef QZJEXXML_XML_NOX_XML_NODE_INTERFACE_H
 #define QZJEXXML_XML_NOX_XML_NODE_INTERFACE_H
 

@@ -67,17 +67,22 @@ bool buildTree(DocumentTree<Root>& tree) {
   return true;
 }
 
-// Fetches the attributes in the order given.
-void fetch(std::same_as<NodeAttribute> auto&... attributes) { (attributes.fetch(), ...); }
+// The steps of a node's process(), to be joined with &&.
 
-// Builds one of the node's lists; when that fails, writes the message and returns false.
-template <typename T>
-bool buildList(const auto& node, ChildNodeList<T>& list, const char* message) {
-  if (!list.build(node.domNode, node.commonStrings)) {
-    std::cerr << message << std::endl;
-    return false;
-  }
+// Fetches the attributes in the order given. Returns true: an absent attribute is no failure.
+bool fetch(std::same_as<NodeAttribute> auto&... attributes) {
+  (attributes.fetch(), ...);
   return true;
+}
+
+// Builds lists of the node in the order given; when one fails, writes the message and returns false.
+template <typename... T>
+bool build(const auto& node, const char* message, ChildNodeList<T>&... lists) {
+  const bool built = (lists.build(node.domNode, node.commonStrings) && ...);
+  if (!built) {
+    std::cerr << message << std::endl;
+  }
+  return built;
 }
 
 }  // namespace jexxml

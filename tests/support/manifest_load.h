@@ -5,8 +5,9 @@
 #include "support/captured_stderr.h"
 #include "support/scratch_folder.h"
 
-#include <gtest/gtest.h>
 #include <qzjexxml/qzjexxml.h>
+
+#include <gtest/gtest.h>
 
 #include <source_location>
 #include <string>
