@@ -29,7 +29,7 @@ std::string joined(std::string folder, const std::string& name) {
 }
 
 // Asks for the values of a file that is soon to be copied: since the parse they have left the processor's
-// cache. Saves up to a fifth of the copying of 100,000 files.
+// cache (bench: "load unsorted").
 void prefetchValues(const KivFmDataNode* file) {
   if (file != nullptr) {
     for (const NodeAttribute* attribute : {&file->dirName, &file->fileName, &file->dirRename, &file->fileRename}) {
