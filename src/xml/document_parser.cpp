@@ -33,7 +33,7 @@ bool declaresNamespace(std::u16string_view attributeName) {
 
 }  // namespace
 
-DocumentParser::DocumentParser(const Limit& size) : XercesDOMParser(nullptr, &memory, nullptr), sizeLimit(size) {
+DocumentParser::DocumentParser(const Limit& size) : PlainElementParser(nullptr, &memory, nullptr), sizeLimit(size) {
   constexpr XMLSize_t expansionLimit = 50'000;  // has the parser library's own message
   securityManager.setEntityExpansionLimit(expansionLimit);
   setSecurityManager(&securityManager);
@@ -60,13 +60,13 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, un
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
     checkAttribute(i, *attributes.elementAt(i));
   }
-  XercesDOMParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+  PlainElementParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
 void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                                 const XMLCh* prefix) {
   --depth;
-  XercesDOMParser::endElement(declaration, uriId, isRoot, prefix);
+  PlainElementParser::endElement(declaration, uriId, isRoot, prefix);
 }
 
 void DocumentParser::docCharacters(const XMLCh* /*text*/, XMLSize_t length, bool /*isCdata*/) { skipText(length); }

@@ -4,9 +4,8 @@
 
 #include "xml/counted_memory.h"
 #include "xml/limits.h"
+#include "xml/plain_element_parser.h"
 
-#include <xercesc/framework/XMLAttr.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 
 #include <cstddef>
@@ -31,7 +30,7 @@ struct DocumentMemory {
 // An exception may leave the parser library where it calls back, where it reads on in the source and where it
 // opens an entity: these are the checkpoints. What it takes between two of them is bounded by what it reads
 // at once (48 KiB, or one declared text) and by the limits on content models and tags.
-class DocumentParser final : private DocumentMemory, public xercesc::XercesDOMParser {
+class DocumentParser final : private DocumentMemory, public PlainElementParser {
  public:
   // `size` is what the document may take in memory.
   explicit DocumentParser(const Limit& size);

@@ -46,4 +46,13 @@ const std::string& NodeAttribute::getText() {
   return text;
 }
 
+void NodeAttribute::readText(std::string& out) const {
+  out.clear();
+  if (value != nullptr) {
+    out = LcpText(value).view();
+  } else if (!missing) {
+    std::cerr << "Attribute has not been built!" << std::endl;
+  }
+}
+
 }  // namespace jexxml

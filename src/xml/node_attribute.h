@@ -25,6 +25,9 @@ struct NodeAttribute {
   // first call and kept. The reference is valid as long as the record.
   const std::string& getText();
 
+  // As getText, but into `out`, whose room is used again, and without keeping the text here.
+  void readText(std::string& out) const;
+
   const XMLCh* nodeName = nullptr;  // null until fetched
   int nodeType = 0;                 // a DOMNode::NodeType; 0 until fetched
   const XMLCh* value = nullptr;     // null until fetched, and when the attribute is absent
