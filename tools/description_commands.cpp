@@ -7,6 +7,8 @@
 #include <qzjexxml/qzjexxml.h>
 
 #include <nlohmann/json.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
 
 #include <algorithm>
 #include <clocale>
@@ -23,6 +25,29 @@ struct Release {
   void operator()(KIVData* record) const { TermKIVData(&record); }
 };
 using Record = std::unique_ptr<KIVData, Release>;
+
+// Keeps the parser library started over many loads, which takes longer than a small file. Where it does not start, the
+// loads say so.
+class ParserLibrary {
+ public:
+  ParserLibrary() {
+    try {
+      xercesc::XMLPlatformUtils::Initialize();
+      started = true;
+    } catch (const xercesc::XMLException&) {
+    }
+  }
+  ParserLibrary(const ParserLibrary&) = delete;
+  ParserLibrary& operator=(const ParserLibrary&) = delete;
+  ~ParserLibrary() {
+    if (started) {
+      xercesc::XMLPlatformUtils::Terminate();
+    }
+  }
+
+ private:
+  bool started = false;
+};
 
 // A load that writes anything has failed.
 ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {
@@ -126,6 +151,7 @@ std::string headingOf(const std::string& file, const std::vector<std::string>& f
 }  // namespace
 
 ExitStatus showManifests(const std::vector<std::string>& files, Format format) {
+  const ParserLibrary started;
   // JSON is UTF-8, which the library gives in the "C" locale.
   if (format != Format::json) {
     std::setlocale(LC_CTYPE, "");
@@ -138,6 +164,7 @@ ExitStatus showManifests(const std::vector<std::string>& files, Format format) {
 }
 
 ExitStatus checkProjects(const std::vector<std::string>& files, bool tree) {
+  const ParserLibrary started;
   std::setlocale(LC_CTYPE, "");
   return forEachFile(files, [&](const std::string& file) {
     return tree ? showTree(file, headingOf(file, files), jexxml::buildNoxMaster, jexxml::dumpNoxMaster)

@@ -7,6 +7,10 @@
 // for what a load says it was building at the time: "An error occurred during parsing" and "An error occurred
 // Inside buildKivMaster" may have that cause. A load that ran out of memory while the parser library was
 // starting leaves that library unusable: every later load of the process throws std::bad_alloc too.
+//
+// A load starts the parser library and stops it, which takes longer than a file of some hundred entries. A program
+// that makes many loads links Xerces-C itself and holds it started over them all, with
+// xercesc::XMLPlatformUtils::Initialize() before the first and Terminate() after the last: it counts its users.
 #ifndef QZJEXXML_QZJEXXML_H
 #define QZJEXXML_QZJEXXML_H
 

@@ -24,12 +24,13 @@ struct ChildNodeList {
       return false;
     }
     parent = element;
-    DOMNode* current = GetFirstChildWithThisName(parent, elementName);
-    const int count = CountDirectChildrenWithThisName(parent, elementName);
+    const ElementName name(elementName);
+    DOMNode* current = GetFirstChildWithThisName(parent, name);
+    const int count = CountDirectChildrenWithThisName(parent, name);
     nodes.reserve(nodes.size() + static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {
       append(current, commonStrings);
-      current = GetNextSiblingWithThisName(current, elementName);
+      current = GetNextSiblingWithThisName(current, name);
     }
     return true;
   }

@@ -9,21 +9,28 @@ namespace {
 
 bool isElement(const DOMNode& node) { return node.getNodeType() == DOMNode::ELEMENT_NODE; }
 
-bool matches(const DOMNode& node, const char* name) {
-  const LcpText nodeName(node.getNodeName());
-  return isElement(node) && !nodeName.isNull() && nodeName.view() == name;
-}
-
-DOMNode* firstMatchFrom(DOMNode* node, const char* name) {
-  while (node != nullptr && !matches(*node, name)) {
+DOMNode* firstMatchFrom(DOMNode* node, const ElementName& name) {
+  while (node != nullptr && !name.matches(*node)) {
     node = node->getNextSibling();
   }
   return node;
 }
 
-bool isMissing(const DOMNode* node, const char* name) { return node == nullptr || name == nullptr || *name == '\0'; }
+bool isMissing(const DOMNode* node, const ElementName& name) {
+  return node == nullptr || name.text == nullptr || *name.text == '\0';
+}
 
 }  // namespace
+
+bool ElementName::matches(const DOMNode& node) const {
+  const XMLCh* nodeName = node.getNodeName();
+  if (nodeName != lastNodeName) {
+    const LcpText converted(nodeName);
+    lastMatched = !converted.isNull() && converted.view() == text;
+    lastNodeName = nodeName;
+  }
+  return lastMatched && isElement(node);
+}
 
 int CountAllChildElements(DOMNode* node) {
   if (node == nullptr) {
@@ -37,19 +44,19 @@ int CountAllChildElements(DOMNode* node) {
   return count;
 }
 
-int CountDirectChildrenWithThisName(DOMNode* parent, const char* name) {
+int CountDirectChildrenWithThisName(DOMNode* parent, const ElementName& name) {
   if (isMissing(parent, name)) {
     std::cerr << "CountDirectChildrenWithThisName: supplied parent node or name argument is null." << std::endl;
     return -1;
   }
   int count = 0;
   for (DOMNode* child = parent->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-    count += matches(*child, name) ? 1 : 0;
+    count += name.matches(*child) ? 1 : 0;
   }
   return count;
 }
 
-DOMNode* GetFirstChildWithThisName(DOMNode* parent, const char* name) {
+DOMNode* GetFirstChildWithThisName(DOMNode* parent, const ElementName& name) {
   if (isMissing(parent, name)) {
     std::cerr << "GetFirstChildWithThisName: supplied parent node or name argument is null." << std::endl;
     return nullptr;
@@ -57,7 +64,7 @@ DOMNode* GetFirstChildWithThisName(DOMNode* parent, const char* name) {
   return firstMatchFrom(parent->getFirstChild(), name);
 }
 
-DOMNode* GetNextSiblingWithThisName(DOMNode* node, const char* name) {
+DOMNode* GetNextSiblingWithThisName(DOMNode* node, const ElementName& name) {
   if (isMissing(node, name)) {
     std::cerr << "GetNextSiblingWithThisName: supplied node or name argument is null." << std::endl;
     return nullptr;

@@ -8,6 +8,21 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
+// A name to look for. Converts each node's name, but not one that it has just converted: a document keeps each of its
+// names once, so that nodes in a row mostly share theirs.
+class ElementName {
+ public:
+  ElementName(const char* name) : text(name) {}
+
+  bool matches(const DOMNode& node) const;
+
+  const char* text;  // not owned
+
+ private:
+  mutable const XMLCh* lastNodeName = nullptr;
+  mutable bool lastMatched = false;
+};
+
 // A node matches a name when it is an element and its qualified name, in the local code page, is the
 // same byte for byte. Nodes of other kinds are stepped over.
 //
@@ -18,13 +33,13 @@ using xercesc::DOMNode;
 int CountAllChildElements(DOMNode* node);
 
 // Direct children of `parent` that match. -1 for a null or empty argument.
-int CountDirectChildrenWithThisName(DOMNode* parent, const char* name);
+int CountDirectChildrenWithThisName(DOMNode* parent, const ElementName& name);
 
 // The first direct child of `parent` that matches, or null.
-DOMNode* GetFirstChildWithThisName(DOMNode* parent, const char* name);
+DOMNode* GetFirstChildWithThisName(DOMNode* parent, const ElementName& name);
 
 // The first sibling after `node` that matches, or null.
-DOMNode* GetNextSiblingWithThisName(DOMNode* node, const char* name);
+DOMNode* GetNextSiblingWithThisName(DOMNode* node, const ElementName& name);
 
 // The first direct child of `parent` that is an element of any name, or null.
 DOMNode* firstElementChild(const DOMNode& parent);

@@ -63,7 +63,7 @@ class PlainElementParser : public xercesc::XercesDOMParser {
                XMLSize_t attributeCount) const;
   void addAttributes(xercesc::DOMElementImpl& element, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                      XMLSize_t attributeCount);
-  void append(xercesc::DOMElementImpl& element, OpenElement& parent);
+  static void append(xercesc::DOMElementImpl& element, OpenElement& parent);
 
   std::vector<OpenElement> openElements;
 };

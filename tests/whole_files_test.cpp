@@ -1,0 +1,90 @@
+// The exported functions that read, encrypt and decrypt whole files, over the stand-in of the crypto library.
+#include "support/captured_stderr.h"
+#include "support/scratch_folder.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace {
+
+char passphrase[] = "secret";
+char otherPassphrase[] = "Secret";
+
+class WholeFiles : public testing::Test {
+ protected:
+  // All functions fail with their message, and arrays keep what they held.
+  void expectFailure(const char* fileName, const std::string& whenReading, const std::string& whenDecrypting) {
+    KIVByteArray array("kept", 4);
+    EXPECT_FALSE(ReadXmlFile(fileName, array));
+    EXPECT_EQ(ReadXmlFile(fileName), nullptr);
+    EXPECT_EQ(captured.take(), whenReading + '\n' + whenReading + '\n');
+    EXPECT_FALSE(DecryptXmlFile(fileName, array, passphrase));
+    EXPECT_EQ(DecryptXmlFile(fileName, passphrase), nullptr);
+    EXPECT_FALSE(DecryptFile(fileName, passphrase));
+    EXPECT_FALSE(EncryptFile(fileName, passphrase));
+    const std::string line = whenDecrypting + '\n';
+    EXPECT_EQ(captured.take(), line + line + line + line);
+    EXPECT_EQ(std::string(array.data, array.length), "kept");
+  }
+
+  void expectNothing(const std::string& file) {
+    expectFailure(file.c_str(), "Nothing to read!", "Could not read file!");
+  }
+
+  void expectUnopened(const std::string& file) {
+    expectFailure(file.c_str(), "Could not open file: " + file, "Could not open file: " + file);
+  }
+
+  ScratchFolder folder;
+  CapturedStderr captured;
+};
+
+TEST_F(WholeFiles, ComeBackByteForByte) {
+  const std::string content("<r>\0\r\n\xFF</r>", 11);
+  const std::string source = folder.write("a.xml", content);
+  KIVByteArray array("old", 3);
+  EXPECT_TRUE(ReadXmlFile(source.c_str(), array));
+  EXPECT_EQ(std::string(array.data, array.length), content);
+  ASSERT_TRUE(EncryptFile(source.c_str(), passphrase));
+  const std::string encrypted = folder.path("a.enc");
+  for (const char* text : {ReadXmlFile(source.c_str()), DecryptXmlFile(encrypted.c_str(), passphrase)}) {
+    const std::unique_ptr<const char[]> owner(text);
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(std::string(text, content.size() + 1), content + '\0');
+  }
+  EXPECT_FALSE(DecryptFile(encrypted.c_str(), otherPassphrase));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path("")), {}), 2);
+  EXPECT_EQ(captured.take(), "");
+}
+
+TEST_F(WholeFiles, ThatCannotBeReadAreReported) {
+  expectFailure(nullptr, "Parameter Error!", "File name is null or empty!");
+  expectFailure("", "Parameter Error!", "File name is null or empty!");
+  expectUnopened("missing.xml");
+  expectNothing(folder.write("empty", ""));
+  expectNothing(folder.path(""));
+  expectNothing("/dev/zero");
+  expectNothing("/proc/self/mem");
+  ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+  expectNothing(folder.path("pipe"));
+  const std::string huge = folder.write("huge", "x");
+  std::filesystem::resize_file(huge, std::uintmax_t{1} << 31);
+  expectNothing(huge);
+  sockaddr_un address = {AF_UNIX, {}};
+  folder.path("socket").copy(address.sun_path, sizeof address.sun_path - 1);
+  const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  expectUnopened(folder.path("socket"));
+  close(descriptor);
+}
+
+}  // namespace
