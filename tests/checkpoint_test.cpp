@@ -18,10 +18,10 @@ namespace {
 
 constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
-// The parser library's memory; the allocations from `lastGood` on fail.
+// The parser library's memory; the allocations after `lastGood`, up to `lastBad`, fail.
 struct FailingMemory : xercesc::MemoryManager {
   void* allocate(XMLSize_t size) override {
-    if (++count > lastGood) {
+    if (++count > lastGood && count <= lastBad) {
       throw xercesc::OutOfMemoryException();
     }
     return std::malloc(size);
@@ -31,6 +31,7 @@ struct FailingMemory : xercesc::MemoryManager {
 
   std::size_t count = 0;
   std::size_t lastGood = never;
+  std::size_t lastBad = never;
 };
 
 // Declarations of all kinds, some of them twice, content models of many names, and errors.
@@ -89,12 +90,31 @@ TEST_F(Checkpoint, StopsAParseThatIsTooLarge) {
   EXPECT_GT(stops, 5);
 }
 
+TEST_F(Checkpoint, KeepsAReserveForDestructors) {
+  memory.lastGood = 0;
+  CountedMemory counted;
+  for (int list = 0; list < 10'000; ++list) {  // each grows once
+    void* small = counted.allocate(10 * sizeof(void*));
+    void* large = counted.allocate(11 * sizeof(void*));
+    counted.deallocate(small);
+    counted.deallocate(large);
+  }
+  for (int list = 0; list < 1'500; ++list) {  // more than half of the reserve
+    counted.allocate(10 * sizeof(void*));
+  }
+  EXPECT_THROW(counted.allocate(21), xercesc::OutOfMemoryException);
+  EXPECT_TRUE(counted.reserveUsed);
+  memory.lastGood = never;
+}
+
 TEST_F(Checkpoint, StopsAParseWithoutMemory) {
   std::size_t goodAllocations = 0;
   while (!parse(sizeLimit(0), goodAllocations)) {
     ++goodAllocations;
   }
   EXPECT_GT(goodAllocations, 1000U);
+  memory.lastBad = goodAllocations / 2 + 1;
+  EXPECT_FALSE(parse(sizeLimit(0), goodAllocations / 2));
 }
 
 }  // namespace

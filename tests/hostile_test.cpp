@@ -100,6 +100,12 @@ TEST_F(HostileDocument, IsRefusedForItsText) {
   }
 }
 
+TEST_F(HostileDocument, IsRefusedForATagThatIsNotYetKnown) {
+  expectRefusal("<a" + each(60'000, " b", "=''") + "/>", "a tag or declaration of the document has too many parts");
+  expectRefusal(withDtd("<!ATTLIST b c IDREFS #IMPLIED>", "<b c='" + std::string(300'000, 'x') + "'/>"),
+                "a tag or comment is too long where lists of identifiers are declared");
+}
+
 TEST_F(HostileDocument, IsReportedAThousandTimesAtMost) {
   for (const auto& [errors, reports] : {std::pair{1'000, 1'000}, {1'001, 1'001}, {100'000, 1'001}}) {
     load(withDtd("", repeat(static_cast<std::size_t>(errors), "<b x=''/>")));
@@ -107,6 +113,7 @@ TEST_F(HostileDocument, IsReportedAThousandTimesAtMost) {
     EXPECT_EQ(std::ranges::count(messages, '\n'), 2 * reports + 1);
     EXPECT_EQ(messages.find("the document has more than 1,000 errors") != std::string::npos, errors > 1'000);
   }
+  expectRecord(withDtd(repeat(1'001, "<!ATTLIST b c CDATA #IMPLIED>"), ""), "");  // of warnings
 }
 
 TEST_F(HostileDocument, CannotMakeTheRecordLarge) {

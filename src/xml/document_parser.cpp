@@ -114,9 +114,11 @@ void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, b
 void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
                            const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) {
   checkpoint();
-  hold(++errors, errorLimit);
-  errorText += xercesc::XMLString::stringLen(text);
-  hold(errorText, errorTextLimit);
+  if (type != ErrType_Warning) {  // nobody sees those
+    hold(++errors, errorLimit);
+    errorText += xercesc::XMLString::stringLen(text);
+    hold(errorText, errorTextLimit);
+  }
   XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
 }
 

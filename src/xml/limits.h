@@ -35,8 +35,9 @@ inline constexpr Limit identifierLimit = {10'000,
 // Characters of the values that an attribute's declaration lists; each use of the attribute goes through them.
 inline constexpr Limit enumerationLimit = {10'000, u"the document declares an attribute with too many values"};
 
-// Characters of a tag, where the document declares attributes that list identifiers or entities.
-inline constexpr Limit listLimit = {200'000, u"a list of identifiers or entities is too long"};
+// Characters without a callback of the parser in between, where the document declares attributes that list
+// identifiers or entities: those are looked up one by one before the tag is known.
+inline constexpr Limit listLimit = {200'000, u"a tag or comment is too long where lists of identifiers are declared"};
 
 // Entities of every kind that are opened; the parser library itself stops at 50,000 in text and attributes.
 inline constexpr Limit openedEntityLimit = {60'000, u"the document expands more than 60,000 entities"};
