@@ -19,6 +19,15 @@ std::span<const Family> declarationFamilies();
 
 std::vector<Family> families();  // all
 
+// What there is a limit for, and a document that has the given number of it.
+struct Limited {
+  std::size_t most;
+  const char* message;  // of the report of a document with one more
+  std::string (*document)(std::size_t number);
+};
+
+std::span<const Limited> limited();
+
 }  // namespace hostile
 
 #endif  // QZJEXXML_FUZZ_HOSTILE_DOCUMENTS_H

@@ -5,9 +5,7 @@
 #include <qzjexxml/kiv_file_reader.h>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <cstddef>
 #include <cstring>
 #include <sstream>
 #include <string>
@@ -20,39 +18,26 @@ std::string textOf(const KIVByteArray& array) { return {array.data, array.length
 
 void expectEmpty(const KIVByteArray& array) {
   EXPECT_EQ(array.data, nullptr);
-  EXPECT_EQ(array.length, 0u);
-  EXPECT_EQ(array.reserved, 0u);
-  EXPECT_TRUE(array.owns);
-}
-
-TEST(ByteArray, WithoutBytesHoldsNoBlock) {
-  KIVByteArray array;
-  array.clear();
-  expectEmpty(array);
-  expectEmpty(KIVByteArray("abc", 0));
-  expectEmpty(KIVByteArray(array));
+  EXPECT_TRUE(array.length == 0 && array.reserved == 0 && array.owns);
 }
 
 TEST(ByteArray, CopiesDeeplyAndMovesTheBlock) {
   KIVByteArray original("ab\0de", 5);
-  const KIVByteArray copy(original);
-  EXPECT_NE(copy.data, original.data);
-  EXPECT_EQ(textOf(copy), std::string("ab\0de", 5));
-
   KIVByteArray target("old", 3);
   target = original;
   EXPECT_NE(target.data, original.data);
-  EXPECT_EQ(textOf(target), textOf(copy));
   const KIVByteArray& itself = target;
   target = itself;
-  EXPECT_EQ(textOf(target), textOf(copy));
-
+  EXPECT_EQ(textOf(target), std::string("ab\0de", 5));
   const char* block = original.data;
+  original.reserved = 1;
   target = std::move(original);
   EXPECT_EQ(target.data, block);
+  EXPECT_EQ(target.reserved, 1u);
   expectEmpty(original);
   target = original;
   expectEmpty(target);
+  expectEmpty(KIVByteArray("abc", 0));
 }
 
 TEST(ByteArray, LeavesABlockAloneThatItDoesNotOwn) {
@@ -61,8 +46,7 @@ TEST(ByteArray, LeavesABlockAloneThatItDoesNotOwn) {
   array.data = block;
   array.length = 6;
   array.owns = false;
-  const KIVByteArray copy(array);
-  EXPECT_TRUE(copy.owns);
+  EXPECT_TRUE(KIVByteArray(array).owns);
   KIVByteArray moved(std::move(array));
   EXPECT_FALSE(moved.owns);
   moved.clear();
@@ -90,7 +74,6 @@ TEST_F(Reader, ReadsThePiecesUpToTheEnd) {
   EXPECT_TRUE(reader.hasMore());
   EXPECT_EQ(reader.streamStatus(), 0);
   EXPECT_EQ(reader.doRead(piece, 4), 2);
-  EXPECT_EQ(std::string(piece, 2), "89");
   EXPECT_FALSE(reader.hasMore());
   EXPECT_EQ(reader.doRead(piece, 4), 0);
   EXPECT_EQ(reader.streamStatus(), -1001);
@@ -101,24 +84,17 @@ TEST_F(Reader, ReadsThePiecesUpToTheEnd) {
 TEST_F(Reader, ReadsAllAndStaysWhereItWas) {
   open("abc").get();
   KIVFileReaderWithoutTransform reader(&stream);
-  KIVByteArray& all = reader.readAll();
-  EXPECT_EQ(textOf(all), "abc");
+  KIVReadParam parameter;
+  parameter.block = new char[1];
+  parameter.ownsBlock = true;
+  KIVByteArray& all = reader.readAll(std::move(parameter));
+  EXPECT_FALSE(parameter.ownsBlock || parameter.block != nullptr);
   EXPECT_EQ(&reader.readAll(), &all);
   EXPECT_EQ(textOf(all), "abc");
   EXPECT_TRUE(reader.hasMore());
   char next = 0;
   EXPECT_EQ(reader.doRead(&next, 1), 1);
   EXPECT_EQ(next, 'b');
-}
-
-TEST_F(Reader, TakesAParameterWithABlock) {
-  KIVFileReaderWithoutTransform reader(&open("abc"));
-  KIVReadParam parameter;
-  parameter.block = new char[1];
-  parameter.ownsBlock = true;
-  EXPECT_EQ(textOf(reader.readAll(std::move(parameter))), "abc");
-  EXPECT_EQ(parameter.block, nullptr);
-  EXPECT_FALSE(parameter.ownsBlock);
   stream.setstate(std::ios::eofbit);
   expectEmpty(reader.readAll());
 }
@@ -135,21 +111,26 @@ struct ShrinkingFile : std::stringbuf {
 TEST_F(Reader, HoldsWhatIsLeftOfAFileThatShrinks) {
   ShrinkingFile file;
   static_cast<std::ios&>(open("abc")).rdbuf(&file);
-  KIVFileReaderWithoutTransform reader(&stream);
-  EXPECT_EQ(textOf(reader.readAll()), "abc");
+  EXPECT_EQ(textOf(KIVFileReaderWithoutTransform(&stream).readAll()), "abc");
 }
 
-struct Layout : KIVFileReader {
-  Layout();
-  static constexpr bool isInOrder() {
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Winvalid-offsetof"
-    return offsetof(Layout, stream) == sizeof(void*) && offsetof(Layout, bytes) == 2 * sizeof(void*) &&
-           offsetof(Layout, bytes) < offsetof(Layout, more) && offsetof(Layout, more) < offsetof(Layout, error);
-#pragma GCC diagnostic pop
+TEST_F(Reader, HasNothingWithoutAGoodStream) {
+  KIVFileReaderWithoutTransform none(nullptr);
+  KIVFileReaderWithoutTransform closed(&stream);
+  open("abc").setstate(std::ios::eofbit);
+  KIVFileReaderWithoutTransform ended(&stream);
+  EXPECT_EQ(none.streamStatus(), -1000);
+  EXPECT_EQ(none.doRead(nullptr, 1), -1);
+  for (KIVFileReader* reader : {&none, &closed, &ended}) {
+    expectEmpty(reader->readAll());
+    EXPECT_FALSE(reader->hasMore());
   }
-};
-static_assert(Layout::isInOrder());
+  stream.close();
+  EXPECT_EQ(closed.streamStatus(), -1000);
+  stream.clear(std::ios::badbit);
+  char byte = 0;
+  EXPECT_EQ(ended.doRead(&byte, 1), -1);
+}
 
 // A pointer to a virtual member function begins with one more than its offset in the virtual table.
 template <typename Function>
@@ -171,41 +152,6 @@ TEST(ReaderClass, HasItsFunctionsInTheOrderOfTheContract) {
                                           slotOf(&R::isOk),
                                           slotOf(&R::streamStatus)};
   EXPECT_EQ(slots, (std::vector<std::size_t>{2, 3, 4, 5, 6, 7, 8, 9, 10}));
-  EXPECT_EQ(slotOf(&KIVByteArray::clear), 2u);
-}
-
-TEST_F(Reader, HasNothingWithoutAGoodStream) {
-  KIVFileReaderWithoutTransform none(nullptr);
-  expectEmpty(none.readAll());
-  EXPECT_FALSE(none.hasMore());
-  EXPECT_EQ(none.streamStatus(), -1000);
-  EXPECT_EQ(none.doRead(nullptr, 1), -1);
-
-  KIVFileReaderWithoutTransform closed(&stream);
-  expectEmpty(closed.readAll());
-  EXPECT_EQ(closed.streamStatus(), -1000);
-
-  open("abc").setstate(std::ios::eofbit);
-  KIVFileReaderWithoutTransform ended(&stream);
-  expectEmpty(ended.readAll());
-  EXPECT_FALSE(ended.hasMore());
-  EXPECT_EQ(ended.streamStatus(), -1001);
-
-  stream.clear(std::ios::badbit);
-  char byte = 0;
-  EXPECT_EQ(ended.doRead(&byte, 1), -1);
-}
-
-TEST_F(Reader, ReadsAPipeInPiecesOnly) {
-  ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
-  std::fstream writer(folder.path("pipe"));  // open both ways, so that nobody waits
-  writer << "ab" << std::flush;
-  stream.open(folder.path("pipe"), std::ios::binary);
-  KIVFileReaderWithoutTransform reader(&stream);
-  expectEmpty(reader.readAll());
-  char piece[2];
-  EXPECT_EQ(reader.doRead(piece, 2), 2);
-  EXPECT_EQ(std::string(piece, 2), "ab");
 }
 
 }  // namespace

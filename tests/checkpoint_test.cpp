@@ -99,9 +99,7 @@ TEST_F(Checkpoint, KeepsAReserveForDestructors) {
     counted.deallocate(small);
     counted.deallocate(large);
   }
-  for (int list = 0; list < 1'500; ++list) {  // more than half of the reserve
-    counted.allocate(10 * sizeof(void*));
-  }
+  for (int list = 0; list < 1'500; ++list) counted.allocate(10 * sizeof(void*));  // more than half of the reserve
   EXPECT_THROW(counted.allocate(21), xercesc::OutOfMemoryException);
   EXPECT_TRUE(counted.reserveUsed);
   memory.lastGood = never;

@@ -83,29 +83,25 @@ TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
 TEST_F(CryptoCalls, ThatFailTouchNoFile) {
   works = false;
   const std::string file = folder.write("a.xml", "a");
-  EXPECT_FALSE(EncryptFile(file.c_str(), phrase));
+  EXPECT_FALSE(EncryptFile(file.c_str(), phrase) || DecryptXmlFile(file.c_str(), phrase) != nullptr);
   EXPECT_FALSE(std::filesystem::exists(folder.path("a.enc")));
-  EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
   EXPECT_EQ(captured.take(), "");
 }
 
 TEST_F(CryptoCalls, MayGiveNothingOrABlockOfTheirOwn) {
   const std::string file = folder.write("a.xml", "a");
-  crypto = [](KIVByteArray&, KIVByteArray&, KIVByteArray&) { return true; };
-  EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
-  EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
-
   static char block[] = "static";
-  crypto = [](KIVByteArray&, KIVByteArray& output, KIVByteArray&) {
-    output.data = block;
-    output.length = 6;
+  std::uint32_t length = 0;
+  crypto = [&length](KIVByteArray&, KIVByteArray& output, KIVByteArray&) {
+    output.data = length == 0 ? nullptr : block;
+    output.length = length;
     output.owns = false;
     return true;
   };
-  EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
-  EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
+  EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
+  length = 6;
+  EXPECT_TRUE(DecryptFile(file.c_str(), phrase) && EncryptFile(file.c_str(), phrase));
   EXPECT_EQ(folder.read("a.enc"), "static");
-  EXPECT_STREQ(block, "static");
 }
 
 TEST_F(CryptoCalls, NameTheEncryptedFile) {
@@ -129,12 +125,9 @@ TEST_F(CryptoCalls, WriteXmlFileReplacesAFile) {
   const std::string file = folder.write("t", "longer than before");
   EXPECT_TRUE(jexxml::WriteXmlFile(file.c_str(), "text"));
   EXPECT_EQ(folder.read("t"), "text");
-  for (const auto& [name, text] : {std::pair(file.c_str(), ""), {file.c_str(), nullptr}, {"", "t"}, {nullptr, "t"}}) {
-    EXPECT_FALSE(jexxml::WriteXmlFile(name, text));
-    EXPECT_EQ(captured.take(), "Parameter Error!\n");
-  }
+  EXPECT_FALSE(jexxml::WriteXmlFile(file.c_str(), "") || jexxml::WriteXmlFile(nullptr, "t"));
   EXPECT_FALSE(jexxml::WriteXmlFile(folder.path("").c_str(), "t"));
-  EXPECT_EQ(captured.take(), "Could not open file: " + folder.path("") + '\n');
+  EXPECT_EQ(captured.take(), "Parameter Error!\nParameter Error!\nCould not open file: " + folder.path("") + '\n');
 }
 
 }  // namespace

@@ -91,10 +91,8 @@ TEST(Dump, ShowsTheProjectInTheOrderOfItsSchema) {
   EXPECT_TRUE(buildNoxMaster(master));
   EXPECT_EQ(master.root->type.getText(), "t");
   EXPECT_EQ(captured.take(), "");
-  for (int run = 0; run < 2; ++run) {
-    EXPECT_TRUE(dumpNoxMaster(master));
-    EXPECT_EQ(captured.take(), projectDump);
-  }
+  EXPECT_TRUE(dumpNoxMaster(master) && dumpNoxMaster(master));
+  EXPECT_EQ(captured.take(), std::string(projectDump) + projectDump);
 }
 
 TEST(Dump, ShowsTheManifestInTheOrderOfItsSchema) {
@@ -103,10 +101,8 @@ TEST(Dump, ShowsTheManifestInTheOrderOfItsSchema) {
   KivMaster master{parsed.document, nullptr};
   EXPECT_TRUE(buildKivMaster(master));
   EXPECT_EQ(captured.take(), "");
-  for (int run = 0; run < 2; ++run) {
-    EXPECT_TRUE(dumpKivMaster(master));
-    EXPECT_EQ(captured.take(), manifestDump);
-  }
+  EXPECT_TRUE(dumpKivMaster(master) && dumpKivMaster(master));
+  EXPECT_EQ(captured.take(), std::string(manifestDump) + manifestDump);
 }
 
 TEST(Dump, IsOfBannersOnlyForAnEmptyTreeAndOfNothingWithoutOne) {
@@ -117,10 +113,8 @@ TEST(Dump, IsOfBannersOnlyForAnEmptyTreeAndOfNothingWithoutOne) {
   EXPECT_FALSE(dumpKivMaster(kiv));
   EXPECT_FALSE(dumpNoxMaster(nox));
   EXPECT_EQ(captured.take(), "");
-  EXPECT_TRUE(buildKivMaster(kiv) && dumpKivMaster(kiv));
-  EXPECT_EQ(std::ranges::count(captured.take(), '\n'), 2);
-  EXPECT_TRUE(buildNoxMaster(nox) && dumpNoxMaster(nox));
-  EXPECT_EQ(std::ranges::count(captured.take(), '\n'), 8);
+  EXPECT_TRUE(buildKivMaster(kiv) && dumpKivMaster(kiv) && buildNoxMaster(nox) && dumpNoxMaster(nox));
+  EXPECT_EQ(std::ranges::count(captured.take(), '\n'), 2 + 8);
 }
 
 }  // namespace

@@ -10,14 +10,17 @@ cd "$scratch"
 export LC_ALL=C
 failures=0
 
+fail() {
+  echo "FAILED $*" >&2
+}
+
 # check STATUS STDOUT STDERR ARGUMENT...: runs the command; its standard input is this function's.
 check() {
   local status=$1 out=$2 err=$3 got=0
   shift 3
   "${tool[@]}" "$@" >out 2>err || got=$?
   if [ "$got" -ne "$status" ] || ! diff <(printf '%s' "$out") out || ! diff <(printf '%s' "$err") err; then
-    echo "FAILED with $got: qzjexxml $*" >&2
-    failures=$((failures + 1))
+    fail "with $got: qzjexxml $*"
   fi
 }
 
@@ -117,17 +120,13 @@ for arguments in 'manifest a.xml' 'decrypt --passphrase-file pw a.enc' --version
   # shellcheck disable=SC2086
   got=0 && "${tool[@]}" $arguments >/dev/full 2>err || got=$?
   if [ $got -ne 1 ] || [ "$(cat err)" != 'qzjexxml: standard output: cannot be written' ]; then
-    echo "FAILED on a full disk: $arguments" >&2
-    failures=$((failures + 1))
+    fail "on a full disk: $arguments"
   fi
 done
 
 # A pipe that nobody reads, and the prompt on a terminal.
 { "${tool[@]}" manifest a.xml 2>err || echo $? >status; } | :
-if [ "$(cat status)" != 1 ] || [ "$(cat err)" != 'qzjexxml: standard output: cannot be written' ]; then
-  echo 'FAILED on a closed pipe' >&2
-  failures=$((failures + 1))
-fi
+if [ "$(cat status)" != 1 ] || [ "$(cat err)" != 'qzjexxml: standard output: cannot be written' ]; then fail 'on a closed pipe'; fi
 answer() { # PROMPT TEXT: waits for the prompt
   for _ in {1..400}; do
     grep -q "$1" typescript && break
@@ -140,8 +139,7 @@ answer() { # PROMPT TEXT: waits for the prompt
 if [ "$(tr -d '\r' <prompts)" != 'Passphrase: 
 Passphrase again: 
 qzjexxml: passphrase: the passphrases differ' ]; then
-  echo "FAILED to ask: $(cat prompts)" >&2
-  failures=$((failures + 1))
+  fail "to ask: $(cat prompts)"
 fi
 
 check 0 'qzjexxml 7.1.0.144 (July 26, 2005)
@@ -150,13 +148,9 @@ for arguments in '' nonsense manifest 'manifest --json --tree a.xml' 'decrypt a.
   # shellcheck disable=SC2086
   got=0 && "${tool[@]}" $arguments >out 2>/dev/null || got=$?
   if [ $got -ne 2 ] || [ -s out ]; then
-    echo "FAILED usage: $arguments" >&2
-    failures=$((failures + 1))
+    fail "usage: $arguments"
   fi
 done
 "${tool[@]}" encrypt --help | grep -q passphrase-file
-if compgen -G '*.??????' | grep -v '^passphrase$'; then
-  echo 'FAILED: temporary files are left' >&2
-  failures=$((failures + 1))
-fi
+if compgen -G '*.??????' | grep -v '^passphrase$'; then fail 'temporary files are left'; fi
 exit $((failures > 0))

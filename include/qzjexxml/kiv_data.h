@@ -5,6 +5,7 @@
 #ifndef QZJEXXML_KIV_DATA_H
 #define QZJEXXML_KIV_DATA_H
 
+#include <cstddef>
 #include <cstring>
 #include <map>
 #include <string>
@@ -72,5 +73,16 @@ struct KIVData {
   // Always empty.
   std::vector<std::string> reservedStrings;
 };
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(offsetof(CStringHolder, isDefault) < offsetof(CStringHolder, str) &&
+                  offsetof(CStringHolder, str) < offsetof(CStringHolder, owned) &&
+                  offsetof(FileMapEntry, holder) < offsetof(FileMapEntry, target) &&
+                  offsetof(KIVData, fileMap) < offsetof(KIVData, rootMacros) &&
+                  offsetof(KIVData, rootMacros) < offsetof(KIVData, varnixPath) &&
+                  offsetof(KIVData, varnixPath) < offsetof(KIVData, reservedStrings),
+              "consumers read the fields at their places");
+#pragma GCC diagnostic pop
 
 #endif  // QZJEXXML_KIV_DATA_H

@@ -8,6 +8,7 @@
 #include <qzjexxml/export.h>
 #include <qzjexxml/kiv_byte_array.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <utility>
@@ -114,6 +115,8 @@ class QZJEXXML_EXPORT KIVFileReader {
   std::int32_t error = 0;
 
  private:
+  static constexpr bool hasItsLayout();
+
   bool streamIsGood() const { return stream != nullptr && stream->is_open() && stream->good(); }
 
   // The next `size` bytes of the stream, or all up to the end of a file that has become shorter;
@@ -135,6 +138,17 @@ class QZJEXXML_EXPORT KIVFileReader {
     return block;
   }
 };
+
+constexpr bool KIVFileReader::hasItsLayout() {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+  static_assert(offsetof(KIVFileReader, stream) == sizeof(void*), "the virtual-table pointer comes first");
+  static_assert(offsetof(KIVFileReader, bytes) == 2 * sizeof(void*), "bytes follow stream");
+  static_assert(offsetof(KIVFileReader, more) == 2 * sizeof(void*) + sizeof(KIVByteArray), "more follows bytes");
+  static_assert(offsetof(KIVFileReader, error) > offsetof(KIVFileReader, more), "error follows more");
+#pragma GCC diagnostic pop
+  return true;
+}
 
 // Delivers the file's bytes as they are.
 class QZJEXXML_EXPORT KIVFileReaderWithoutTransform : public KIVFileReader {

@@ -1,22 +1,10 @@
-// Loading manifests through the exported functions of the shared library.
+// Loading manifests, and checking projects, through the exported functions of the shared library.
 #include "support/manifest_load.h"
-
 #include "support/thread_locale.h"
 
-#include <cstddef>
 #include <string>
 
 namespace {
-
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Winvalid-offsetof"
-static_assert(offsetof(KIVData, fileMap) < offsetof(KIVData, rootMacros));
-static_assert(offsetof(KIVData, rootMacros) < offsetof(KIVData, varnixPath));
-static_assert(offsetof(KIVData, varnixPath) < offsetof(KIVData, reservedStrings));
-static_assert(offsetof(FileMapEntry, holder) < offsetof(FileMapEntry, target));
-static_assert(offsetof(CStringHolder, isDefault) < offsetof(CStringHolder, str));
-static_assert(offsetof(CStringHolder, str) < offsetof(CStringHolder, owned));
-#pragma GCC diagnostic pop
 
 std::string inKiv(const std::string& content) { return "<doc_root><kiv>" + content + "</kiv></doc_root>"; }
 
@@ -41,6 +29,9 @@ TEST_F(ManifestLoad, ComposesTheRecord) {
   expectRecord(inKiv("<filemap><root path='a/b'><data dir_name='c' file_name='f' file_rename='first'/></root>"
                      "<root path='a'><data dir_name='b/c' file_name='f' file_rename='last'/></root></filemap>"),
                "a/b/c/f -> b/c/last\n");
+  expectRecord(inKiv("<filemap><root><data file_name='z'/><data file_name='f' file_rename='first'/>"
+                     "<data file_name='f' file_rename='last'/></root></filemap>"),
+               "//f -> /last\n//z -> /z\n");
   expectRecord(inKiv("<varnixpath><data path='b'/><data path='b'/><data path=''/></varnixpath>"
                      "<varnixpath><data path='a'/><data path='b'/></varnixpath>"),
                "b\nb\n\na\nb\n");
@@ -115,10 +106,7 @@ TEST_F(ManifestLoad, GivesRecordsThatAreTheCallers) {
   EXPECT_EQ(InitKIVData("missing", &inUse), 0);
   EXPECT_EQ(inUse, here);
   EXPECT_EQ(here->varnixPath, std::vector<std::string>{"here"});
-  for (int call = 0; call < 2; ++call) {
-    EXPECT_EQ(TermKIVData(&here), 1);
-    EXPECT_EQ(here, nullptr);
-  }
+  EXPECT_TRUE(TermKIVData(&here) == 1 && here == nullptr && TermKIVData(&here) == 1);
   EXPECT_EQ(there->varnixPath, std::vector<std::string>{"there"});
   TermKIVData(&there);
   EXPECT_EQ(captured.take(), "");
@@ -138,32 +126,48 @@ TEST_F(ManifestLoad, ReadsEveryEncodingAndGivesTheThreadsCodePage) {
   }
 }
 
+class ProjectLoad : public ManifestLoad {
+ protected:
+  // A manifest load comes after, which nothing of the project's reaches.
+  void expectProjectMessages(const std::string& file, const std::string& messages) {
+    void* handle = nullptr;
+    EXPECT_EQ(InitNOXData(file.c_str(), &handle), 0);
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(captured.take(), messages);
+    expectRecord(good, "here\n");
+  }
+};
+
+TEST_F(ProjectLoad, SaysOnlyWhatIsWrong) {
+  expectProjectMessages(EXAMPLES "/project.xml", "");
+  expectProjectMessages(folder.write("broken.xml", "<r>"),
+                        "Fatal Error at file \"JexXml\", line 1, column 4\n   Message: input ended before all started "
+                        "tags were ended; last tag started is 'r'\nError buiding DOM\n");
+  expectProjectMessages("missing", "Could not open file: missing\nError building input source\n");
+}
+
+TEST_F(ProjectLoad, LeavesAHandleInUseToItsTerm) {
+  void* handle = this;
+  EXPECT_EQ(InitNOXData("missing", &handle), 0);
+  EXPECT_EQ(handle, this);
+  EXPECT_EQ(captured.take(), "");
+  EXPECT_TRUE(TermNOXData(&handle) == 1 && handle == nullptr && TermNOXData(&handle) == 1);
+}
+
 TEST(Record, CopiesAnOwnedText) {
   FileMapEntry entry;
-  EXPECT_TRUE(entry.holder.isDefault);
-  EXPECT_EQ(entry.holder.str, nullptr);
-  EXPECT_FALSE(entry.holder.owned);
-  entry.target = "t";
+  EXPECT_TRUE(entry.holder.isDefault && entry.holder.str == nullptr && !entry.holder.owned);
   entry.holder.set("text", true);
-  EXPECT_TRUE(entry.holder.isDefault);
   entry.holder.isDefault = false;
   const FileMapEntry& itself = entry;
   entry = itself;
   FileMapEntry copy(entry);
   EXPECT_FALSE(copy.holder.isDefault);
-  EXPECT_NE(copy.holder.str, entry.holder.str);
   entry.holder.set(entry.holder.str + 1, true);
   EXPECT_STREQ(entry.holder.str, "ext");
   EXPECT_STREQ(copy.holder.str, "text");
   copy = FileMapEntry();
-  EXPECT_TRUE(copy.holder.isDefault);
-  EXPECT_EQ(copy.holder.str, nullptr);
-  EXPECT_EQ(copy.target, "");
-}
-
-TEST(Library, HasItsVersion) {
-  EXPECT_STREQ(libqzjexxml_version, "7.1.0.144");
-  EXPECT_STREQ(libqzjexxml_build_date, "July 26, 2005");
+  EXPECT_TRUE(copy.holder.isDefault && copy.holder.str == nullptr);
 }
 
 }  // namespace
