@@ -99,7 +99,8 @@ TEST_F(Checkpoint, KeepsAReserveForDestructors) {
     counted.deallocate(small);
     counted.deallocate(large);
   }
-  for (int list = 0; list < 1'500; ++list) counted.allocate(10 * sizeof(void*));  // more than half of the reserve
+  for (std::size_t list = 0; list < 12'000 / sizeof(void*); ++list)
+    counted.allocate(10 * sizeof(void*));  // more than half of the reserve
   EXPECT_THROW(counted.allocate(21), xercesc::OutOfMemoryException);
   EXPECT_TRUE(counted.reserveUsed);
   memory.lastGood = never;
