@@ -91,7 +91,6 @@ TEST_F(Reader, ReadsAllAndStaysWhereItWas) {
   EXPECT_FALSE(parameter.ownsBlock || parameter.block != nullptr);
   EXPECT_EQ(&reader.readAll(), &all);
   EXPECT_EQ(textOf(all), "abc");
-  EXPECT_TRUE(reader.hasMore());
   char next = 0;
   EXPECT_EQ(reader.doRead(&next, 1), 1);
   EXPECT_EQ(next, 'b');
