@@ -92,6 +92,8 @@ grep -qx kept plain
 check 0 '' '' decrypt -o plain --passphrase-file pw a.enc
 cmp plain a.xml
 [ "$(stat -c %a plain)" = 600 ]
+full=$( (trap '' XFSZ; ulimit -f 0; "${tool[@]}" decrypt -o plain --passphrase-file pw a.enc 2>&1) || true)
+[ "$(cmp plain a.xml)$full" = 'qzjexxml: plain: cannot be written: File too large' ] || fail "on a full disk: $full"
 check 1 '' 'qzjexxml: no/plain: cannot be written: No such file or directory
 ' decrypt -o no/plain --passphrase-file pw a.enc
 mkdir folder
