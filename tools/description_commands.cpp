@@ -7,6 +7,7 @@
 #include <qzjexxml/qzjexxml.h>
 
 #include <nlohmann/json.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -16,6 +17,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <new>
 #include <string_view>
 
 namespace tool {
@@ -34,6 +36,8 @@ class ParserLibrary {
     try {
       xercesc::XMLPlatformUtils::Initialize();
       started = true;
+    } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
+      throw std::bad_alloc();
     } catch (const xercesc::XMLException&) {
     }
   }
