@@ -57,7 +57,7 @@ TEST(NodeAttribute, TellsAbsentFromEmptyFromUnfetched) {
   EXPECT_EQ(present.getText() + empty.getText() + absent.getText(), "p");
   EXPECT_TRUE(absent.missing && !empty.missing && !present.missing);
   EXPECT_EQ(captured.take(), "");
-  for (NodeAttribute unbound : {NodeAttribute(nullptr, strings.get("path")), NodeAttribute(parsed.root(), nullptr)}) {
+  for (auto& unbound : std::array{NodeAttribute(nullptr, strings.get("path")), NodeAttribute(parsed.root(), nullptr)}) {
     unbound.fetch();
     EXPECT_EQ(captured.take(), "\nOwner Node and Attribute Name Not Set!\n");
     EXPECT_EQ(unbound.getText() + unbound.getText(), "");

@@ -3,7 +3,6 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
-#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -84,17 +83,21 @@ void prefetchValues(const KivFmDataNode* file) {
 // In the order of the sources, so that each has its place in the map after the one before; those with the same source
 // in the document's order, so that the last one counts (bench: "load unsorted").
 void addFiles(std::vector<File>& files, KIVData& data) {
-  if (!std::ranges::is_sorted(files, {}, &File::source)) {
-    std::ranges::stable_sort(files, {}, &File::source);
-  }
-  auto expectedPlace = data.fileMap.end();
+  std::vector<File*> ordered;
+  ordered.reserve(files.size());
   for (File& file : files) {
-    const auto place = data.fileMap.try_emplace(expectedPlace, std::move(file.source));
+    ordered.push_back(&file);
+  }
+  if (!std::ranges::is_sorted(ordered, {}, &File::source)) {
+    std::ranges::stable_sort(ordered, {}, &File::source);
+  }
+  auto place = data.fileMap.end();
+  for (File* file : ordered) {
+    place = data.fileMap.try_emplace(place, std::move(file->source));
     FileMapEntry& entry = place->second;
-    entry.target = std::move(file.target);
+    entry.target = std::move(file->target);
     entry.holder.isDefault = false;
     entry.holder.set(nullptr, false);
-    expectedPlace = std::next(place);
   }
 }
 
@@ -106,6 +109,7 @@ void populateFileMap(KivFmNode& filemap, KIVData& data) {
     const std::string& rootPath = root.path.getText();
     ChildNodeList<KivFmDataNode>& nodes = root.filemapDataNodeList;
     files.clear();
+    files.reserve(nodes.nodes.size());
     for (int i = 0; i < nodes.size(); ++i) {
       prefetchValues(nodes.at(i + lookahead));
       files.push_back(reader.read(rootPath, *nodes.at(i)));

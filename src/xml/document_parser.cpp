@@ -160,13 +160,14 @@ void DocumentParser::checkAttribute(std::size_t place, const xercesc::XMLAttr& a
   if (place >= lastNames.size()) {
     lastNames.resize(place + 1);
   }
-  std::u16string& lastName = lastNames[place];
-  if (!xercesc::XMLString::equals(lastName.c_str(), attribute.getQName())) {
-    lastName = attribute.getQName();
-    attributeNames.insert(lastName);
+  LastName& last = lastNames[place];
+  const XMLCh* name = attribute.getQName();
+  if (!xercesc::XMLString::equals(last.name.c_str(), name)) {
+    last = {.name = name, .isNamespace = declaresNamespace(name)};
+    attributeNames.insert(last.name);
     hold(attributeNames.size(), attributeNameLimit);
   }
-  if (declaresNamespace(lastName)) {
+  if (last.isNamespace) {
     hold(++namespaces, namespaceLimit);
   }
   if (attribute.getType() >= XMLAttDef::ID && attribute.getType() <= XMLAttDef::Entities) {

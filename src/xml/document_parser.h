@@ -88,7 +88,11 @@ class DocumentParser final : private DocumentMemory, public PlainElementParser {
   const xercesc::XMLElementDecl* lastElement = nullptr;
   std::set<const xercesc::XMLElementDecl*> elements;  // that occur
   std::set<std::u16string> attributeNames;
-  std::vector<std::u16string> lastNames;  // of the attribute at each place, in whichever element had one
+  struct LastName {
+    std::u16string name;
+    bool isNamespace = false;
+  };
+  std::vector<LastName> lastNames;  // of the attribute at each place, in whichever element had one
 };
 
 }  // namespace jexxml

@@ -4,10 +4,14 @@
 
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include <iostream>
 
 namespace jexxml {
+
+using xercesc::XMLString;
+
 namespace {
 
 // What DOMAttr::getValue returns, without the dynamic cast that takes most of its time, where the
@@ -22,28 +26,52 @@ const XMLCh* valueOf(const DOMNode& attribute) {
 
 }  // namespace
 
-void NodeAttribute::fetch() {
-  if (ownerNode == nullptr || attributeName == nullptr) {
-    std::cerr << "\nOwner Node and Attribute Name Not Set!" << std::endl;
+void NodeAttribute::fetch(std::initializer_list<NodeAttribute*> attributes) {
+  const DOMNode* element = nullptr;
+  for (NodeAttribute* wanted : attributes) {
+    if (wanted->isSet()) {
+      element = wanted->ownerNode;
+      wanted->missing = true;
+    } else {
+      std::cerr << "\nOwner Node and Attribute Name Not Set!" << std::endl;
+    }
+  }
+  if (element == nullptr) {
     return;
   }
-  const DOMNode* attribute = ownerNode->getAttributes()->getNamedItem(attributeName);
-  if (attribute == nullptr) {
-    missing = true;
-    return;
+  const xercesc::DOMNamedNodeMap& present = *element->getAttributes();
+  const XMLSize_t count = present.getLength();
+  for (XMLSize_t i = 0; i < count; ++i) {
+    const DOMNode& attribute = *present.item(i);
+    const XMLCh* name = attribute.getNodeName();
+    for (NodeAttribute* wanted : attributes) {
+      if (wanted->isSet() && XMLString::equals(name, wanted->attributeName)) {
+        wanted->take(attribute);
+        break;
+      }
+    }
   }
-  nodeName = attribute->getNodeName();
-  nodeType = attribute->getNodeType();
-  value = valueOf(*attribute);
+}
+
+void NodeAttribute::take(const DOMNode& attribute) {
+  missing = false;
+  nodeName = attribute.getNodeName();
+  nodeType = attribute.getNodeType();
+  value = valueOf(attribute);
 }
 
 const std::string& NodeAttribute::getText() {
   if (value == nullptr && !missing) {
     std::cerr << "Attribute has not been built!" << std::endl;
-  } else if (text.empty() && !missing) {
-    text = LcpText(value).view();
+  } else if (text == nullptr && !missing) {
+    text = std::make_unique<const std::string>(LcpText(value).view());
   }
-  return text;
+  return keptText();
+}
+
+const std::string& NodeAttribute::keptText() const {
+  static const std::string none;
+  return text == nullptr ? none : *text;
 }
 
 void NodeAttribute::readText(std::string& out) const {

@@ -4,6 +4,8 @@
 
 #include <xercesc/dom/DOMNode.hpp>
 
+#include <initializer_list>
+#include <memory>
 #include <string>
 
 namespace jexxml {
@@ -18,23 +20,33 @@ struct NodeAttribute {
 
   // Looks the attribute up on its element. Without an element or a name it writes
   // "\nOwner Node and Attribute Name Not Set!" and leaves the record unfilled.
-  void fetch();
+  void fetch() { fetch({this}); }
+
+  // The same for several attributes of one element, in one pass over those that it has.
+  static void fetch(std::initializer_list<NodeAttribute*> attributes);
 
   // The value in the local code page; empty for an absent attribute, and for one that was never
   // fetched, which is reported as "Attribute has not been built!" at every call. Converted at the
   // first call and kept. The reference is valid as long as the record.
   const std::string& getText();
 
+  // The text that getText keeps; empty before its first call.
+  const std::string& keptText() const;
+
   // As getText, but into `out`, whose room is used again, and without keeping the text here.
   void readText(std::string& out) const;
 
   const XMLCh* nodeName = nullptr;  // null until fetched
   int nodeType = 0;                 // a DOMNode::NodeType; 0 until fetched
+  bool missing = false;             // a lookup found no such attribute
   const XMLCh* value = nullptr;     // null until fetched, and when the attribute is absent
   DOMNode* ownerNode;
   const XMLCh* attributeName;
-  bool missing = false;  // a lookup found no such attribute
-  std::string text;
+  std::unique_ptr<const std::string> text;  // null until getText converts the value; few are ever asked for
+
+ private:
+  bool isSet() const { return ownerNode != nullptr && attributeName != nullptr; }
+  void take(const DOMNode& attribute);
 };
 
 }  // namespace jexxml

@@ -69,9 +69,9 @@ bool buildTree(DocumentTree<Root>& tree) {
 
 // The steps of a node's process(), to be joined with &&.
 
-// Fetches the attributes in the order given. Returns true: an absent attribute is no failure.
+// Fetches the attributes. Returns true: an absent attribute is no failure.
 bool fetch(std::same_as<NodeAttribute> auto&... attributes) {
-  (attributes.fetch(), ...);
+  NodeAttribute::fetch({&attributes...});
   return true;
 }
 
