@@ -1,6 +1,7 @@
 // Times and peak memory of the library's functions beside the least that the same work costs, and the
 // ratios between them.
 #include "manifests.h"
+#include "other_readers.h"
 
 #include <qzjexxml/qzjexxml.h>
 
@@ -17,6 +18,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <iomanip>
 #include <iostream>
@@ -89,13 +92,9 @@ void handWritten(const std::string& path) {
       forEachChild(filemap, [&](const DOMElement* root) {
         const std::string rootPath = attribute(root, u"path");
         forEachChild(root, [&](const DOMElement* data) {
-          const std::string dirName = attribute(data, u"dir_name");
-          const std::string fileName = attribute(data, u"file_name");
-          const std::string dirRename = attribute(data, u"dir_rename");
-          const std::string fileRename = attribute(data, u"file_rename");
-          FileMapEntry& entry = record->fileMap[rootPath + "/" + dirName + "/" + fileName];
-          entry.target = (dirRename.empty() ? dirName : dirRename) + "/" + (fileRename.empty() ? fileName : fileRename);
-          entry.holder.isDefault = false;
+          addFile(*record, rootPath,
+                  {attribute(data, u"dir_name"), attribute(data, u"file_name"), attribute(data, u"dir_rename"),
+                   attribute(data, u"file_rename")});
         });
       });
     });
@@ -107,6 +106,20 @@ void load(const std::string& path) {
   KIVData* record = nullptr;
   InitKIVData(path.c_str(), &record);
   TermKIVData(&record);
+}
+
+// A folder's manifests, each loaded by itself.
+void loadAll(const std::string& folder) {
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    load(file.path());
+  }
+}
+
+void showAll(const std::string& folder) {
+  const std::string command = std::string(QZJEXXML_COMMAND) + " manifest " + folder + "/* >/dev/null";
+  if (std::system(command.c_str()) != 0) {
+    std::abort();
+  }
 }
 
 void freadFile(const std::string& path) {
@@ -210,6 +223,7 @@ int main(int argc, char* argv[]) {
   const std::string unsorted = manifestFile(Shape::unsorted, 100'000);
   const std::string tenth = manifestFile(Shape::unsorted, 10'000);
   const std::string hundredth = manifestFile(Shape::unsorted, 1'000);
+  const std::string small = manifestFolder(2'000, 100);
   const std::string large = largeFile();
   const double loadPeak = peak(load, unsorted);
   const double parsePeak = peak(bareParse, unsorted);
@@ -220,11 +234,16 @@ int main(int argc, char* argv[]) {
     time(std::string("parse ") + shape, bareParse, *path);
     time(std::string("hand-written ") + shape, handWritten, *path);
     time(std::string("load ") + shape, load, *path);
+    time(std::string("libxml2 ") + shape, readWithLibxml2, *path);
+    time(std::string("pugixml ") + shape, readWithPugixml, *path);
+    time(std::string("SAX ") + shape, readWithXercesSax, *path);
   }
   time("parse tenth", bareParse, tenth);
   time("load tenth", load, tenth);
   time("parse hundredth", bareParse, hundredth);
   time("load hundredth", load, hundredth);
+  time("each loaded", loadAll, small);
+  time("all shown", showAll, small);
   time("fread", freadFile, large);
   time("ReadXmlFile", readXmlFile, large);
   time("sodium", sodiumCalls, large);
@@ -240,7 +259,15 @@ int main(int argc, char* argv[]) {
   row("load, 1,000 entries", "bare parse", measured["load hundredth"], measured["parse hundredth"], "-");
   row("load of 100,000 entries", "of 10,000", measured["load unsorted"], measured["load tenth"], "10.5");
   row("bare parse of 100,000 entries", "of 10,000", measured["parse unsorted"], measured["parse tenth"], "-");
+  row("command, 2,000 files of 100 entries", "each loaded by itself", measured["all shown"], measured["each loaded"],
+      "0.50");
   row("peak of a load, unsorted", "bare parse", loadPeak, parsePeak, "1.25");
+  for (const std::string shape : {"sorted", "unsorted"}) {
+    for (const std::string reader : {"libxml2", "pugixml", "SAX"}) {
+      row("load, " + shape, "record filled with " + reader, measured["load " + shape], measured[reader + " " + shape],
+          "-");
+    }
+  }
   row("`ReadXmlFile`, 64 MiB", "one `fread`", measured["ReadXmlFile"], measured["fread"], "1.3");
   row("`EncryptFile`, 64 MiB", "libsodium alone", measured["EncryptFile"], measured["sodium"], "1.25");
   row("peak of `EncryptFile`", "input, output, 64 MiB", encryptPeak, 3 * 64, "1.1");

@@ -53,6 +53,16 @@ std::string manifestFile(Shape shape, int entries) {
   return path;
 }
 
+std::string manifestFolder(int files, int entries) {
+  const std::filesystem::path path = folder.path / "small";
+  std::filesystem::create_directory(path);
+  for (int i = 0; i < files; ++i) {
+    std::ofstream stream(path / (std::to_string(i) + ".xml"), std::ios::binary);
+    writeManifest(stream, Shape::unsorted, entries);
+  }
+  return path;
+}
+
 std::string largeFile() {
   std::string path = folder.path / "large.xml";
   std::ofstream stream(path, std::ios::binary);

@@ -15,6 +15,9 @@ enum class Shape {
 // program, and returns its path.
 std::string manifestFile(Shape shape, int entries);
 
+// Likewise a folder of so many unsorted manifests.
+std::string manifestFolder(int files, int entries);
+
 // Likewise a file of 64 MiB that is no manifest.
 std::string largeFile();
 

@@ -1,0 +1,30 @@
+// The record of a manifest's file map, filled by readers that have none of the library's promises: for scale.
+#ifndef QZJEXXML_BENCH_OTHER_READERS_H
+#define QZJEXXML_BENCH_OTHER_READERS_H
+
+#include <qzjexxml/kiv_data.h>
+
+#include <string>
+
+namespace bench {
+
+// One file of the map as its attributes have it.
+struct FileAttributes {
+  std::string dirName;
+  std::string fileName;
+  std::string dirRename;
+  std::string fileRename;
+};
+
+// Composes and adds it as a load does.
+void addFile(KIVData& record, const std::string& rootPath, const FileAttributes& file);
+
+void readWithLibxml2(const std::string& path);
+void readWithPugixml(const std::string& path);
+
+// The parser library's own events, without a document.
+void readWithXercesSax(const std::string& path);
+
+}  // namespace bench
+
+#endif  // QZJEXXML_BENCH_OTHER_READERS_H
