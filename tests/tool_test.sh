@@ -12,6 +12,7 @@ failures=0
 
 fail() {
   echo "FAILED $*" >&2
+  failures=$((failures + 1))
 }
 
 # check STATUS STDOUT STDERR ARGUMENT...: runs the command; its standard input is this function's.
@@ -149,9 +150,7 @@ check 0 'qzjexxml 7.1.0.144 (July 26, 2005)
 for arguments in '' nonsense manifest 'manifest --json --tree a.xml' 'decrypt a.enc b.enc'; do
   # shellcheck disable=SC2086
   got=0 && "${tool[@]}" $arguments >out 2>/dev/null || got=$?
-  if [ $got -ne 2 ] || [ -s out ]; then
-    fail "usage: $arguments"
-  fi
+  if [ $got -ne 2 ] || [ -s out ]; then fail "usage: $arguments"; fi
 done
 "${tool[@]}" encrypt --help | grep -q passphrase-file
 if compgen -G '*.??????' | grep -v '^passphrase$'; then fail 'temporary files are left'; fi
