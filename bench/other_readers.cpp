@@ -13,7 +13,6 @@
 
 #include <cstdlib>
 #include <memory>
-#include <string_view>
 
 namespace bench {
 namespace {
@@ -26,13 +25,7 @@ std::string attributeOf(xmlNode* element, const char* name) {
   return value == nullptr ? "" : reinterpret_cast<const char*>(value.get());
 }
 
-std::string attributeOf(const Attributes& attributes, const XMLCh* name) {
-  const XMLCh* value = attributes.getValue(name);
-  char* text = value == nullptr ? nullptr : XMLString::transcode(value);
-  std::string copy = text == nullptr ? "" : text;
-  XMLString::release(&text);
-  return copy;
-}
+std::string attributeOf(const Attributes& attributes, const XMLCh* name) { return copyOf(attributes.getValue(name)); }
 
 class FileMapHandler : public DefaultHandler {
  public:
@@ -53,6 +46,13 @@ class FileMapHandler : public DefaultHandler {
 };
 
 }  // namespace
+
+std::string copyOf(const XMLCh* text) {
+  char* transcoded = XMLString::transcode(text);
+  std::string copy = transcoded == nullptr ? "" : transcoded;
+  XMLString::release(&transcoded);
+  return copy;
+}
 
 void addFile(KIVData& record, const std::string& rootPath, const FileAttributes& file) {
   FileMapEntry& entry = record.fileMap[rootPath + "/" + file.dirName + "/" + file.fileName];

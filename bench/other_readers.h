@@ -4,6 +4,8 @@
 
 #include <qzjexxml/kiv_data.h>
 
+#include <xercesc/util/XercesDefs.hpp>
+
 #include <string>
 
 namespace bench {
@@ -15,6 +17,9 @@ struct FileAttributes {
   std::string dirRename;
   std::string fileRename;
 };
+
+// Converted by the parser library; empty for a null text.
+std::string copyOf(const XMLCh* text);
 
 // Composes and adds it as a load does.
 void addFile(KIVData& record, const std::string& rootPath, const FileAttributes& file);
