@@ -84,7 +84,7 @@ constexpr Family all[] = {
     {"attribute definitions at the limit",
      [](size_t size) {
        return declaredAndUsed(
-           size, "<!ATTLIST b" + join(999, "", [](size_t i) { return " " + named("c", i) + " CDATA #IMPLIED"; }) + ">",
+           size, "<!ATTLIST b" + join(249, "", [](size_t i) { return " " + named("c", i) + " CDATA #IMPLIED"; }) + ">",
            "<b/>");
      }},
     {"attribute definitions that collide",
@@ -100,7 +100,7 @@ constexpr Family all[] = {
        return declaredAndUsed(
            size,
            "<!ATTLIST b" +
-               join(std::min<size_t>(999, size / 20), "", [](size_t i) { return " " + named("c", i) + " CDATA ''"; }) +
+               join(std::min<size_t>(249, size / 20), "", [](size_t i) { return " " + named("c", i) + " CDATA ''"; }) +
                ">",
            "<b/>");
      }},
@@ -112,7 +112,7 @@ constexpr Family all[] = {
      [](size_t size) {
        return declaredAndUsed(size,
                               "<!ATTLIST b" +
-                                  join(std::min<size_t>(999, size / 40), "",
+                                  join(std::min<size_t>(249, size / 40), "",
                                        [](size_t i) { return " " + named("c", i) + " CDATA #REQUIRED"; }) +
                                   ">",
                               "<b/>");

@@ -27,8 +27,8 @@ inline constexpr Limit elementNameLimit = {2'000, u"the document has more than 2
 inline constexpr Limit attributeNameLimit = {2'000, u"the document has more than 2,000 different attribute names"};
 inline constexpr Limit entityLimit = {2'000, u"the document declares more than 2,000 entities and notations"};
 inline constexpr Limit elementDeclarationLimit = {2'000, u"the document declares elements more than 2,000 times"};
-inline constexpr Limit attributeDeclarationLimit = {1'000,
-                                                    u"the document declares more than 1,000 attributes of an element"};
+inline constexpr Limit attributeDeclarationLimit = {250,
+                                                    u"the document declares more than 250 attributes of an element"};
 inline constexpr Limit identifierLimit = {10'000,
                                           u"the document has more than 10,000 identifiers and references to them"};
 
@@ -52,7 +52,7 @@ inline constexpr Limit markupLimit = {100'000, u"a tag or declaration of the doc
 // Bytes that the document may take in memory. A document object model takes about 17 times the file;
 // entities make that more.
 constexpr Limit sizeLimit(std::uint64_t documentSize) {
-  return {(std::uint64_t{32} << 20U) + 64 * documentSize, u"the document expands to far more than its size"};
+  return {(std::uint64_t{8} << 20U) + 64 * documentSize, u"the document expands to far more than its size"};
 }
 
 }  // namespace jexxml
