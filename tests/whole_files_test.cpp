@@ -64,6 +64,12 @@ TEST_F(WholeFiles, ComeBackByteForByte) {
   EXPECT_FALSE(DecryptFile(encrypted.c_str(), otherPassphrase));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path("")), {}), 2);
   EXPECT_EQ(captured.take(), "");
+
+  std::filesystem::remove(encrypted);
+  std::filesystem::create_hard_link(source, encrypted);
+  EXPECT_FALSE(EncryptFile(source.c_str(), passphrase));
+  EXPECT_EQ(captured.take(), "Could not open file: " + encrypted + '\n');
+  EXPECT_EQ(std::filesystem::file_size(source), content.size());
 }
 
 TEST_F(WholeFiles, ThatCannotBeReadAreReported) {

@@ -112,7 +112,8 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 // be sure. Returns false without a message, and with no file touched, when the crypto library refuses; or after
 //
 //   "File name is null or empty!"
-//   "Could not open file: " + the name  the file, or the encrypted one, cannot be opened, or is a socket
+//   "Could not open file: " + the name  the file, or the encrypted one, cannot be opened, or is a socket; or the
+//                                       encrypted one is a link to the file itself
 //   "Could not read file!"              it is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
 //
 // REQUIRES: `passphrase` is not null.

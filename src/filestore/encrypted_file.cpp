@@ -7,6 +7,7 @@
 #include <qzjexxml/qzjexxml.h>
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string_view>
@@ -42,9 +43,14 @@ bool EncryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase) {
   if (plaintext.length == 0) {
     return false;
   }
+  const std::string output = encryptedFileName(fileName);
+  std::error_code error;
+  if (std::filesystem::equivalent(fileName, output, error)) {
+    std::cerr << "Could not open file: " << output << std::endl;
+    return false;
+  }
   SecretByteArray passphraseBytes(passphrase);
-  return kivbtcPassphraseEncrypt(plaintext, out, passphraseBytes) &&
-         writeWholeFile(encryptedFileName(fileName), {out.data, out.length});
+  return kivbtcPassphraseEncrypt(plaintext, out, passphraseBytes) && writeWholeFile(output, {out.data, out.length});
 }
 
 bool WriteXmlFile(const char* fileName, const char* text) {
