@@ -21,10 +21,8 @@ namespace jexxml {
 
 // A "data" of a root macro: a name for an absolute path.
 struct KivRmDataNode final : NoxXmlNodeInterface {
-  KivRmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute abspath{domNode, commonStrings->get("abspath")};
   NodeAttribute name{domNode, commonStrings->get("name")};
 
@@ -32,10 +30,8 @@ struct KivRmDataNode final : NoxXmlNodeInterface {
 };
 
 struct KivRmNode final : NoxXmlNodeInterface {
-  KivRmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<KivRmDataNode> rootMacroDataNodeList{"data"};
 
   bool process() override { return build(*this, "Failed to build Root Macro Data Node List", rootMacroDataNodeList); }
@@ -43,10 +39,8 @@ struct KivRmNode final : NoxXmlNodeInterface {
 
 // A "data" of a file map: a file, with the names under which it is restored where they differ.
 struct KivFmDataNode final : NoxXmlNodeInterface {
-  KivFmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute dirName{domNode, commonStrings->get("dir_name")};
   NodeAttribute fileName{domNode, commonStrings->get("file_name")};
   NodeAttribute dirRename{domNode, commonStrings->get("dir_rename")};
@@ -57,10 +51,8 @@ struct KivFmDataNode final : NoxXmlNodeInterface {
 
 // A "root" of a file map: the path under which its files are found.
 struct KivFmRootNode final : NoxXmlNodeInterface {
-  KivFmRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
   ChildNodeList<KivFmDataNode> filemapDataNodeList{"data"};
 
@@ -70,10 +62,8 @@ struct KivFmRootNode final : NoxXmlNodeInterface {
 };
 
 struct KivFmNode final : NoxXmlNodeInterface {
-  KivFmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<KivFmRootNode> filemapRootNodeList{"root"};
 
   bool process() override { return build(*this, "Failed to build Filemap Root Node List", filemapRootNodeList); }
@@ -81,20 +71,16 @@ struct KivFmNode final : NoxXmlNodeInterface {
 
 // A "data" of the search path: one entry.
 struct KivVpDataNode final : NoxXmlNodeInterface {
-  KivVpDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
 
   bool process() override { return fetch(path); }
 };
 
 struct KivVpNode final : NoxXmlNodeInterface {
-  KivVpNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<KivVpDataNode> varnixPathDataNodeList{"data"};
 
   bool process() override { return build(*this, "Failed to build Varnix Path Data Node List", varnixPathDataNodeList); }
@@ -102,10 +88,8 @@ struct KivVpNode final : NoxXmlNodeInterface {
 
 // One packaged application.
 struct KivNode final : NoxXmlNodeInterface {
-  KivNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute application{domNode, commonStrings->get("application")};
   ChildNodeList<KivRmNode> rootMacroNodeList{"rootmacro"};
   ChildNodeList<KivFmNode> filemapNodeList{"filemap"};
@@ -119,10 +103,8 @@ struct KivNode final : NoxXmlNodeInterface {
 
 // The root element, of any name.
 struct KivRootNode final : NoxXmlNodeInterface {
-  KivRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute type{domNode, commonStrings->get("type")};
   NodeAttribute version{domNode, commonStrings->get("version")};
   NodeAttribute date{domNode, commonStrings->get("date")};

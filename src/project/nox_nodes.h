@@ -27,10 +27,8 @@ namespace jexxml {
 
 // A "data" of a directory: a file that the project depends on.
 struct NoxDataNode final : NoxXmlNodeInterface {
-  NoxDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute pathd{domNode, commonStrings->get("pathd")};
   NodeAttribute name{domNode, commonStrings->get("name")};
 
@@ -38,10 +36,8 @@ struct NoxDataNode final : NoxXmlNodeInterface {
 };
 
 struct NoxDirectoryNode final : NoxXmlNodeInterface {
-  NoxDirectoryNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
   ChildNodeList<NoxDataNode> dataNodeList{"data"};
 
@@ -51,10 +47,8 @@ struct NoxDirectoryNode final : NoxXmlNodeInterface {
 };
 
 struct NoxDependencyNode final : NoxXmlNodeInterface {
-  NoxDependencyNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<NoxDirectoryNode> directoryNodeList{"directory"};
 
   bool process() override { return build(*this, "Failed processing Directory Node List", directoryNodeList); }
@@ -62,10 +56,8 @@ struct NoxDependencyNode final : NoxXmlNodeInterface {
 
 // A "data" of a root macro: a name for an absolute path.
 struct NoxRmDataNode final : NoxXmlNodeInterface {
-  NoxRmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute abspath{domNode, commonStrings->get("abspath")};
   NodeAttribute name{domNode, commonStrings->get("name")};
 
@@ -73,10 +65,8 @@ struct NoxRmDataNode final : NoxXmlNodeInterface {
 };
 
 struct NoxRmNode final : NoxXmlNodeInterface {
-  NoxRmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<NoxRmDataNode> rootMacroDataNodeList{"data"};
 
   bool process() override {
@@ -86,10 +76,8 @@ struct NoxRmNode final : NoxXmlNodeInterface {
 
 // A "data" of the added paths: a path, and where it is added.
 struct NoxApDataNode final : NoxXmlNodeInterface {
-  NoxApDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
   NodeAttribute where{domNode, commonStrings->get("where")};
 
@@ -97,10 +85,8 @@ struct NoxApDataNode final : NoxXmlNodeInterface {
 };
 
 struct NoxApNode final : NoxXmlNodeInterface {
-  NoxApNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<NoxApDataNode> addPathDataNodeList{"data"};
 
   bool process() override {
@@ -109,10 +95,8 @@ struct NoxApNode final : NoxXmlNodeInterface {
 };
 
 struct NoxDevelopmentNode final : NoxXmlNodeInterface {
-  NoxDevelopmentNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute project{domNode, commonStrings->get("project")};
   NodeAttribute debugLog{domNode, commonStrings->get("debug_log")};
   NodeAttribute debugLevel{domNode, commonStrings->get("debug_level")};
@@ -128,20 +112,16 @@ struct NoxDevelopmentNode final : NoxXmlNodeInterface {
 
 // A "data" of an exclusion: a path that is excluded.
 struct NoxSecDataNode final : NoxXmlNodeInterface {
-  NoxSecDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute path{domNode, commonStrings->get("path")};
 
   bool process() override { return domNode != nullptr && fetch(path); }
 };
 
 struct NoxExcludeNode final : NoxXmlNodeInterface {
-  NoxExcludeNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute message{domNode, commonStrings->get("message")};
   ChildNodeList<NoxSecDataNode> secDataNodeList{"data"};
 
@@ -151,10 +131,8 @@ struct NoxExcludeNode final : NoxXmlNodeInterface {
 };
 
 struct NoxSecNode final : NoxXmlNodeInterface {
-  NoxSecNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<NoxExcludeNode> excludeNodeList{"exclude"};
 
   bool process() override { return domNode != nullptr && build(*this, "Error processing exc nodes", excludeNodeList); }
@@ -162,10 +140,8 @@ struct NoxSecNode final : NoxXmlNodeInterface {
 
 // A "data" of a path map: the front part of paths, and what replaces it.
 struct NoxPmDataNode final : NoxXmlNodeInterface {
-  NoxPmDataNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute front{domNode, commonStrings->get("front")};
   NodeAttribute replaceBy{domNode, commonStrings->get("replace_by")};
 
@@ -173,10 +149,8 @@ struct NoxPmDataNode final : NoxXmlNodeInterface {
 };
 
 struct NoxPmNode final : NoxXmlNodeInterface {
-  NoxPmNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   ChildNodeList<NoxPmDataNode> pathMapDataNodeList{"data"};
 
   bool process() override {
@@ -185,10 +159,8 @@ struct NoxPmNode final : NoxXmlNodeInterface {
 };
 
 struct NoxDeploymentNode final : NoxXmlNodeInterface {
-  NoxDeploymentNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute application{domNode, commonStrings->get("application")};
   NodeAttribute debugTest{domNode, commonStrings->get("debug_test")};
   ChildNodeList<NoxPmNode> pathMapNodeList{"pathmap"};
@@ -201,10 +173,8 @@ struct NoxDeploymentNode final : NoxXmlNodeInterface {
 
 // The root element, of any name.
 struct NoxRootNode final : NoxXmlNodeInterface {
-  NoxRootNode(DOMNode* element, const XmlCommonStrings* strings) : domNode(element), commonStrings(strings) {}
+  using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
-  DOMNode* domNode;
-  const XmlCommonStrings* commonStrings;
   NodeAttribute type{domNode, commonStrings->get("type")};
   NodeAttribute version{domNode, commonStrings->get("version")};
   NodeAttribute date{domNode, commonStrings->get("date")};
