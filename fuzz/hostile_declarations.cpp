@@ -84,7 +84,7 @@ constexpr Family all[] = {
     {"attribute definitions at the limit",
      [](size_t size) {
        return declaredAndUsed(
-           size, "<!ATTLIST b" + join(249, "", [](size_t i) { return " " + named("c", i) + " CDATA #IMPLIED"; }) + ">",
+           size, "<!ATTLIST b" + join(99, "", [](size_t i) { return " " + named("c", i) + " CDATA #IMPLIED"; }) + ">",
            "<b/>");
      }},
     {"attribute definitions that collide",
@@ -100,7 +100,7 @@ constexpr Family all[] = {
        return declaredAndUsed(
            size,
            "<!ATTLIST b" +
-               join(std::min<size_t>(249, size / 20), "", [](size_t i) { return " " + named("c", i) + " CDATA ''"; }) +
+               join(std::min<size_t>(99, size / 20), "", [](size_t i) { return " " + named("c", i) + " CDATA ''"; }) +
                ">",
            "<b/>");
      }},
@@ -112,7 +112,7 @@ constexpr Family all[] = {
      [](size_t size) {
        return declaredAndUsed(size,
                               "<!ATTLIST b" +
-                                  join(std::min<size_t>(249, size / 40), "",
+                                  join(std::min<size_t>(99, size / 40), "",
                                        [](size_t i) { return " " + named("c", i) + " CDATA #REQUIRED"; }) +
                                   ">",
                               "<b/>");
@@ -170,6 +170,12 @@ constexpr Family all[] = {
      [](size_t size) {
        return withDtd("<!ELEMENT a ANY><!ATTLIST a b IDREFS #IMPLIED>",
                       "<a b='" + fill(size, [](size_t i) { return " x" + number(i >> 14U) + colliding(i); }) + "'/>");
+     }},
+    {"an entity of spaces among tokens, often",
+     [](size_t size) {
+       return withDtd(
+           "<!ELEMENT a ANY><!ENTITY e '" + std::string(size / 4, ' ') + "'><!ATTLIST a b NMTOKENS #IMPLIED>",
+           "<a b='x" + repeatTo(size * 3 / 4, "&e;") + "'/>");
      }},
     {"a long list of tokens",
      [](size_t size) {

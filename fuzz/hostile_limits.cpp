@@ -28,13 +28,13 @@ const Limited limitedRows[] = {
      [](std::size_t n) { return inDtd("<!NOTATION n SYSTEM ''>" + each(n - 1, "<!ENTITY e", " ''>"), ""); }},
     {2'000, "the document declares elements more than 2,000 times",
      [](std::size_t n) { return inDtd("<!ATTLIST b c CDATA ''>" + each(n - 3, "<!ELEMENT d", " ANY>"), ""); }},
-    {250, "the document declares more than 250 attributes of an element",
+    {100, "the document declares more than 100 attributes of an element",
      [](std::size_t n) { return inDtd("<!ATTLIST b" + each(n, " c", " CDATA #IMPLIED") + ">", ""); }},
     {10'000, "the document has more than 10,000 identifiers and references to them",
      [](std::size_t n) {
        return inDtd("<!ATTLIST b c ID #IMPLIED d IDREFS #IMPLIED>", each(n - 2, "<b c='i", "'/>") + "<b d='i0 i1'/>");
      }},
-    {10'000, "the document declares an attribute with too many values",
+    {4'000, "the document declares an attribute with too many values",
      [](std::size_t n) { return inDtd("<!ATTLIST b c (" + std::string(n, 'x') + ") #IMPLIED>", ""); }},
     {811, "the content models of the document are too complex",
      [](std::size_t n) { return inDtd("<!ELEMENT c (" + each(n - 1, "d", ",") + "e)>", ""); }},

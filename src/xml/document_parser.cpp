@@ -4,6 +4,7 @@
 #include "xml/watched_source.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/framework/XMLEntityDecl.hpp>
 #include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -105,6 +106,12 @@ void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool 
   XercesDOMParser::entityDecl(declaration, isParameterEntity, isIgnored);
 }
 
+// In content, this says which entity was opened. In attributes nothing does.
+void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
+  entityText -= (longestEntity - entity.getValueLen()) * sizeof(XMLCh);
+  XercesDOMParser::startEntityReference(entity);
+}
+
 void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) {
   checkpoint();
   hold(++entities, entityLimit);
@@ -142,6 +149,8 @@ void DocumentParser::checkAllocation(std::size_t size) {
     checkReading(longestEntity);
     blocksAtCheckpoint = memory.blocks;
     hold(readersOpened++, openedEntityLimit);
+    entityText += longestEntity * sizeof(XMLCh);
+    hold(entityText, sizeLimit);
   }
 }
 

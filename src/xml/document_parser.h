@@ -30,7 +30,7 @@ struct DocumentMemory {
 // An exception may leave the parser library where it calls back, where it reads on in the source and where it
 // opens an entity: these are the checkpoints. What it takes between two of them is bounded by what it reads
 // at once (48 KiB, or one declared text) and by the limits on content models and tags.
-class DocumentParser final : private DocumentMemory, public PlainElementParser {
+class DocumentParser : private DocumentMemory, public PlainElementParser {
  public:
   // `size` is what the document may take in memory.
   explicit DocumentParser(const Limit& size);
@@ -55,6 +55,7 @@ class DocumentParser final : private DocumentMemory, public PlainElementParser {
   void startAttList(const xercesc::DTDElementDecl& declaration) override;
   void attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition, bool isIgnored) override;
   void entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) override;
+  void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) override;
   void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
              const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
@@ -75,6 +76,7 @@ class DocumentParser final : private DocumentMemory, public PlainElementParser {
   std::size_t charactersSinceCheckpoint = 0;  // read at most, in a document that declares lists
   bool declaresLists = false;                 // attributes of the types IDREFS and ENTITIES
   std::size_t longestEntity = 0;              // characters
+  std::uint64_t entityText = 0;               // bytes of the entities that were opened, or more
   std::size_t skippedText = 0;                // bytes
   std::size_t depth = 0;
   std::size_t namespaces = 0;
