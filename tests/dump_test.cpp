@@ -3,11 +3,15 @@
 #include "project/nox_dump.h"
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
+#include "vocabulary.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace jexxml {
 namespace {
@@ -115,6 +119,44 @@ TEST(Dump, IsOfBannersOnlyForAnEmptyTreeAndOfNothingWithoutOne) {
   EXPECT_EQ(captured.take(), "");
   EXPECT_TRUE(buildKivMaster(kiv) && dumpKivMaster(kiv) && buildNoxMaster(nox) && dumpNoxMaster(nox));
   EXPECT_EQ(std::ranges::count(captured.take(), '\n'), 2 + 8);
+}
+
+// The element with all that the schema declares in it, and a value of its own in every attribute.
+std::string documentOf(const tool::ElementKind& kind, std::vector<std::string>& values) {
+  std::string element = "<" + kind.name;
+  for (const auto& attribute : kind.attributes) {
+    values.push_back("=v" + std::to_string(values.size() + 100));
+    element += " " + attribute.name + "='" + values.back().substr(1) + "'";
+  }
+  element += ">";
+  for (const auto& child : kind.children) {
+    element += documentOf(child, values);
+  }
+  return element + "</" + kind.name + ">";
+}
+
+// The tree takes each attribute that the schema declares, and no other; those of the root element are not dumped.
+template <typename Root>
+void expectAllDumped(const tool::ElementKind& kind, bool (*dump)(DocumentTree<Root>&)) {
+  CapturedStderr captured;
+  std::vector<std::string> values;
+  const ParsedDocument parsed(documentOf(kind, values));
+  DocumentTree<Root> master{parsed.document, nullptr};
+  EXPECT_TRUE(buildTree(master) && dump(master));
+  const std::string text = captured.take();
+  for (const std::string& value : std::span(values).subspan(kind.attributes.size())) {
+    EXPECT_NE(text.find(value), std::string::npos) << value << " is missing in " << text;
+  }
+  for (std::size_t place = text.find("=", 0); place != std::string::npos; place = text.find('=', place + 1)) {
+    EXPECT_FALSE(std::islower(text[place - 1]) != 0 && std::isspace(text[place + 1]) != 0) << text.substr(place - 9);
+  }
+}
+
+TEST(Dump, HasWhatTheSchemasDeclare) {
+  xercesc::XMLPlatformUtils::Initialize();
+  expectAllDumped(tool::manifestVocabulary(), dumpKivMaster);
+  expectAllDumped(tool::projectVocabulary(), dumpNoxMaster);
+  xercesc::XMLPlatformUtils::Terminate();
 }
 
 }  // namespace

@@ -12,7 +12,10 @@ trap 'rm -rf "$scratch"' EXIT
 cmake --install "$build" --prefix "$scratch/first" >/dev/null
 prefix=$scratch/moved
 mv "$scratch/first" "$prefix"
-[ -f "$prefix/share/man/man1/qzjexxml.1" ]
+for file in man/man1/qzjexxml.1 man/man3/qzjexxml.3 qzjexxml/manifest.xsd doc/qzjexxml/diagnostics.md \
+  bash-completion/completions/qzjexxml zsh/vendor-completions/_qzjexxml fish/vendor_completions.d/qzjexxml.fish; do
+  [ -f "$prefix/share/$file" ]
+done
 
 run "$prefix/bin/qzjexxml" manifest "$source/examples/manifest.xml" | grep -q 'TABULA_VAR .*= /var/lib/tabula'
 

@@ -1,57 +1,19 @@
 #include "description_commands.h"
 
+#include "input_file.h"
 #include "interface/document_load.h"
+#include "json_text.h"
 #include "manifest/kiv_dump.h"
 #include "project/nox_dump.h"
 
-#include <qzjexxml/qzjexxml.h>
-
-#include <nlohmann/json.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLException.hpp>
-
 #include <algorithm>
-#include <clocale>
 #include <cwchar>
 #include <iostream>
-#include <map>
-#include <memory>
-#include <new>
 #include <string_view>
+#include <utility>
 
 namespace tool {
 namespace {
-
-struct Release {
-  void operator()(KIVData* record) const { TermKIVData(&record); }
-};
-using Record = std::unique_ptr<KIVData, Release>;
-
-// Keeps the parser library started over many loads, which takes longer than a small file. Where it does not start, the
-// loads say so.
-class ParserLibrary {
- public:
-  ParserLibrary() {
-    try {
-      xercesc::XMLPlatformUtils::Initialize();
-      started = true;
-    } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
-      throw std::bad_alloc();
-    } catch (const xercesc::XMLException&) {
-    }
-  }
-  ParserLibrary(const ParserLibrary&) = delete;
-  ParserLibrary& operator=(const ParserLibrary&) = delete;
-  ~ParserLibrary() {
-    if (started) {
-      xercesc::XMLPlatformUtils::Terminate();
-    }
-  }
-
- private:
-  bool started = false;
-};
 
 // A load that writes anything has failed.
 ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {
@@ -85,97 +47,149 @@ void printRows(std::string_view title, std::string_view separator, const std::ve
 }
 
 void printTable(const KIVData& record) {
-  printRows("root macros", " = ", {record.rootMacros.begin(), record.rootMacros.end()});
+  std::vector<Row> macros;
+  for (const auto& [name, path] : record.rootMacros) {
+    macros.emplace_back(shown(name), shown(path));
+  }
+  printRows("root macros", " = ", macros);
   std::vector<Row> files;
   for (const auto& [source, entry] : record.fileMap) {
-    files.emplace_back(source, entry.target);
+    files.emplace_back(shown(source), shown(entry.target));
   }
   printRows("file map", " -> ", files);
   std::cout << "search path\n";
   for (const std::string& path : record.varnixPath) {
-    std::cout << "  " << path << '\n';
+    std::cout << "  " << shown(path) << '\n';
   }
 }
 
-void printJson(const std::string& file, const KIVData& record) {
-  nlohmann::ordered_json json = {{"file", file},
-                                 {"rootMacros", nlohmann::json::object()},
-                                 {"fileMap", nlohmann::json::object()},
-                                 {"varnixPath", record.varnixPath}};
-  json["rootMacros"].update(nlohmann::json(record.rootMacros));
-  for (const auto& [source, entry] : record.fileMap) {
-    json["fileMap"][source] = entry.target;
+void printPairs(const auto& pairs, const auto& valueOf) {
+  const char* separator = "{";
+  for (const auto& [key, value] : pairs) {
+    std::cout << separator << json(key) << ':' << json(valueOf(value));
+    separator = ",";
   }
-  // A file's name need not be UTF-8, which JSON has to be.
-  std::cout << json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+  std::cout << (pairs.empty() ? "{}" : "}");
+}
+
+void printJson(const std::string& file, const KIVData& record) {
+  std::cout << '{' << jsonOfFile(file) << ",\"rootMacros\":";
+  printPairs(record.rootMacros, [](const std::string& path) { return path; });
+  std::cout << ",\"fileMap\":";
+  printPairs(record.fileMap, [](const FileMapEntry& entry) { return entry.target; });
+  std::cout << ",\"varnixPath\":" << json(record.varnixPath) << "}\n";
+}
+
+void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
+  std::erase_if(errors, [](const Finding& finding) { return !finding.isError; });
+  if (errors.empty()) {  // whatever kept it from loading is not the parser's to say
+    errors.push_back({.place = {}, .isError = true, .text = "cannot be loaded"});
+  }
+  std::cout << '{' << jsonOfFile(file) << ",\"errors\":" << json(errors) << "}\n";
+}
+
+// In JSON, what keeps a file from loading stands in an object of its own.
+ExitStatus forEachDescription(const std::vector<std::string>& files, Format format, const auto& command) {
+  return forEachFile(files, [&](const std::string& file) {
+    try {
+      const InputFile input(file);
+      const ExitStatus outcome = command(file, input.path());
+      if (outcome != allGood && format == Format::json) {
+        printJsonErrors(file, readDescription(input.path()).findings);
+      }
+      return outcome;
+    } catch (const Failure& failure) {
+      if (format == Format::json) {
+        printJsonErrors(file, {{.place = {}, .isError = true, .text = failure.what()}});
+      }
+      throw;
+    }
+  });
+}
+
+// A description of the other kind loads, without an entry.
+void warnOfOtherKind(const std::string& file, const Description& description, bool asManifest) {
+  if (description.showsKind && description.isManifest() != asManifest) {
+    report(file, asManifest ? "warning: this is a project description, which gives no entries"
+                            : "warning: this is an archive manifest, of which nothing is checked");
+  }
 }
 
 // The dump begins with a line end and does not end its last line.
 void printTree(const std::function<void()>& dump) { std::cout << diagnosticsOf(dump).substr(1) << '\n'; }
 
 template <typename Tree>
-ExitStatus showTree(const std::string& file, const std::string& heading, bool (*build)(Tree&), bool (*dump)(Tree&)) {
+ExitStatus showTree(const std::string& file, const char* path, const std::string& heading, bool print,
+                    bool (*build)(Tree&), bool (*dump)(Tree&)) {
   std::unique_ptr<jexxml::DocumentLoad> load;
   Tree tree;
   const ExitStatus outcome = outcomeOf(file, diagnosticsOf([&] {
-                                         load = std::make_unique<jexxml::DocumentLoad>(file.c_str());
+                                         load = std::make_unique<jexxml::DocumentLoad>(path);
                                          tree.document = load->document();
                                          build(tree);
                                        }));
-  if (outcome == allGood) {
+  if (outcome == allGood && print) {
     std::cout << heading;
     printTree([&] { dump(tree); });
   }
   return outcome;
 }
 
-ExitStatus showRecord(const std::string& file, const std::string& heading, Format format) {
+ExitStatus showRecord(const std::string& file, const char* path, const std::string& heading, Format format) {
   Record record;
-  const ExitStatus outcome = outcomeOf(file, diagnosticsOf([&] {
-                                         KIVData* handle = nullptr;
-                                         InitKIVData(file.c_str(), &handle);
-                                         record.reset(handle);
-                                       }));
-  if (outcome == allGood) {
-    if (format == Format::json) {
-      printJson(file, *record);
-    } else {
-      std::cout << heading;
-      printTable(*record);
-    }
+  const ExitStatus outcome = loadRecord(file, path, record);
+  if (outcome != allGood) {
+    return outcome;
+  }
+  if (record->rootMacros.empty() && record->fileMap.empty() && record->varnixPath.empty()) {
+    warnOfOtherKind(file, readDescription(path), true);
+  }
+  if (format == Format::json) {
+    printJson(file, *record);
+  } else {
+    std::cout << heading;
+    printTable(*record);
   }
   return outcome;
 }
 
 // What stands before a file's text: its name, where there are several files.
 std::string headingOf(const std::string& file, const std::vector<std::string>& files) {
-  return files.size() > 1 ? file + ":\n" : "";
+  return files.size() > 1 ? shown(file) + ":\n" : "";
 }
 
 }  // namespace
 
+ExitStatus loadRecord(const std::string& file, const char* path, Record& record) {
+  return outcomeOf(file, diagnosticsOf([&] {
+                     KIVData* handle = nullptr;
+                     InitKIVData(path, &handle);
+                     record.reset(handle);
+                   }));
+}
+
 ExitStatus showManifests(const std::vector<std::string>& files, Format format) {
-  const ParserLibrary started;
-  // JSON is UTF-8, which the library gives in the "C" locale.
-  if (format != Format::json) {
-    std::setlocale(LC_CTYPE, "");
-  }
-  return forEachFile(files, [&](const std::string& file) {
+  return forEachDescription(files, format, [&](const std::string& file, const char* path) {
     const std::string heading = headingOf(file, files);
-    return format == Format::tree ? showTree(file, heading, jexxml::buildKivMaster, jexxml::dumpKivMaster)
-                                  : showRecord(file, heading, format);
+    return format == Format::tree ? showTree(file, path, heading, true, jexxml::buildKivMaster, jexxml::dumpKivMaster)
+                                  : showRecord(file, path, heading, format);
   });
 }
 
-ExitStatus checkProjects(const std::vector<std::string>& files, bool tree) {
-  const ParserLibrary started;
-  std::setlocale(LC_CTYPE, "");
-  return forEachFile(files, [&](const std::string& file) {
-    return tree ? showTree(file, headingOf(file, files), jexxml::buildNoxMaster, jexxml::dumpNoxMaster)
-                : outcomeOf(file, diagnosticsOf([&] {
-                              void* handle = nullptr;
-                              InitNOXData(file.c_str(), &handle);
-                            }));
+ExitStatus showProjects(const std::vector<std::string>& files, Format format) {
+  return forEachDescription(files, format, [&](const std::string& file, const char* path) {
+    const ExitStatus outcome = showTree(file, path, headingOf(file, files), format == Format::tree,
+                                        jexxml::buildNoxMaster, jexxml::dumpNoxMaster);
+    if (outcome == allGood) {
+      const Description description = readDescription(path);
+      warnOfOtherKind(file, description, false);
+      if (format == Format::json) {
+        std::cout << '{' << jsonOfFile(file) << ",\"project\":";
+        printJson(description);
+        std::cout << "}\n";
+      }
+    }
+    return outcome;
   });
 }
 

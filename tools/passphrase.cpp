@@ -44,6 +44,9 @@ void Passphrase::readFirstLine(const std::string& file) {
       got = -1;
       errno = byte == '\0' ? EILSEQ : EFBIG;
     }
+    if (byte == '\n' && length > 0 && buffer[length - 1] == '\r') {
+      buffer[length - 1] = '\0';
+    }
     explicit_bzero(&byte, 1);
   }
   const int error = errno;

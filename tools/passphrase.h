@@ -2,22 +2,23 @@
 #ifndef QZJEXXML_TOOLS_PASSPHRASE_H
 #define QZJEXXML_TOOLS_PASSPHRASE_H
 
+#include "outcome.h"
+
 #include <array>
-#include <stdexcept>
 #include <string>
 
 namespace tool {
 
 // Why there is no passphrase, for the user.
-struct NoPassphrase : std::runtime_error {
-  using std::runtime_error::runtime_error;
+struct NoPassphrase : Failure {
+  explicit NoPassphrase(const std::string& text) : Failure(text, "passphrase") {}
 };
 
 // A passphrase of 1 to 1,023 bytes; wiped at its end.
 class Passphrase {
  public:
-  // Takes the first line of `file` ("-" is the standard input), or asks on the terminal, without echo,
-  // if `file` is empty: twice when `confirm` is set. Throws NoPassphrase.
+  // Takes the first line of `file` ("-" is the standard input) without its line end, CR LF or LF; or asks on the
+  // terminal, without echo, if `file` is empty: twice when `confirm` is set. Throws NoPassphrase.
   Passphrase(const std::string& file, bool confirm);
   Passphrase(const Passphrase&) = delete;
   Passphrase& operator=(const Passphrase&) = delete;

@@ -41,7 +41,7 @@ bool startParserLibrary() {
     XMLPlatformUtils::Initialize();
   } catch (const xercesc::XMLException& exception) {
     halfStarted = false;
-    std::cerr << "Error during Xerces-c Initialization.\n"
+    std::cerr << "Error during Xerces-c Initialization." << '\n'
               << "  Exception message:" << LcpText(exception.getMessage()) << std::endl;
     return false;
   }

@@ -19,7 +19,8 @@ void JexXmlErrorReporter::report(const char* severity, const xercesc::SAXParseEx
   const LcpText file(exception.getSystemId());
   const LcpText message(exception.getMessage());
   std::cerr << severity << " at file \"" << file << "\", line " << exception.getLineNumber() << ", column "
-            << exception.getColumnNumber() << "\n   Message: " << message << std::endl;
+            << exception.getColumnNumber() << '\n'
+            << "   Message: " << message << std::endl;
 }
 
 }  // namespace jexxml

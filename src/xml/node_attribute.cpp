@@ -33,7 +33,7 @@ void NodeAttribute::fetch(std::initializer_list<NodeAttribute*> attributes) {
       element = wanted->ownerNode;
       wanted->missing = true;
     } else {
-      std::cerr << "\nOwner Node and Attribute Name Not Set!" << std::endl;
+      std::cerr << '\n' << "Owner Node and Attribute Name Not Set!" << std::endl;
     }
   }
   if (element == nullptr) {

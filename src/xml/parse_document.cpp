@@ -17,8 +17,6 @@ using xercesc::XercesDOMParser;
 std::unique_ptr<XercesDOMParser> gParser;
 std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
-namespace {
-
 void configure(XercesDOMParser& parser) {
   parser.setValidationScheme(XercesDOMParser::Val_Auto);  // by the document's own DTD, if it has one
   parser.setDoNamespaces(true);
@@ -28,8 +26,6 @@ void configure(XercesDOMParser& parser) {
 
   parser.setDisableDefaultEntityResolution(true);
 }
-
-}  // namespace
 
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
   auto owned = std::make_unique<DocumentParser>(sizeLimit(size));
@@ -43,13 +39,15 @@ DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
   } catch (const DocumentRefused&) {
     return nullptr;
   } catch (const xercesc::XMLException& exception) {
-    std::cerr << "An error occurred during parsing\n   Message: " << LcpText(exception.getMessage()) << std::endl;
+    std::cerr << "An error occurred during parsing" << '\n'
+              << "   Message: " << LcpText(exception.getMessage()) << std::endl;
     return nullptr;
   } catch (const xercesc::DOMException& exception) {
-    std::cerr << "A DOM error occurred during parsing\n   DOMException code: " << exception.code << std::endl;
+    std::cerr << "A DOM error occurred during parsing" << '\n'
+              << "   DOMException code: " << exception.code << std::endl;
     return nullptr;
   } catch (...) {
-    std::cerr << "An error occurred during parsing\n " << std::endl;
+    std::cerr << "An error occurred during parsing" << '\n' << ' ' << std::endl;
     return nullptr;
   }
   return gErrorReporter->sawErrors ? nullptr : parser.getDocument();

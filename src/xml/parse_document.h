@@ -18,6 +18,9 @@ using xercesc::DOMNode;
 extern std::unique_ptr<xercesc::XercesDOMParser> gParser;
 extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
+// Gives a parser the library's settings.
+void configure(xercesc::XercesDOMParser& parser);
+
 // Returns the parsed document, or null when the parser reported an error, threw or has none; all but
 // the last have been written to the standard error stream. Whatever the result, the new parser and
 // reporter stand in the slots above; whoever empties them takes the parser first.

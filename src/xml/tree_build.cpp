@@ -12,13 +12,13 @@ void reportBuildException() {
   try {
     throw;
   } catch (const xercesc::XMLException& exception) {
-    std::cerr << "An error occurred Inside buildKivMaster \n " << std::endl;
-    std::cerr << "\nMessage: " << LcpText(exception.getMessage()) << std::endl;
+    std::cerr << "An error occurred Inside buildKivMaster " << '\n' << ' ' << std::endl;
+    std::cerr << '\n' << "Message: " << LcpText(exception.getMessage()) << std::endl;
   } catch (const xercesc::DOMException& exception) {
-    std::cerr << "A DOM error occurred Inside buildKivMaster \n " << std::endl;
+    std::cerr << "A DOM error occurred Inside buildKivMaster " << '\n' << ' ' << std::endl;
     std::cerr << "DOMException code: " << exception.code << std::endl;
   } catch (...) {
-    std::cerr << "An error occurred Inside buildKivMaster \n " << std::endl;
+    std::cerr << "An error occurred Inside buildKivMaster " << '\n' << ' ' << std::endl;
   }
 }
 

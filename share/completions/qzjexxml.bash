@@ -1,0 +1,21 @@
+# Completion for bash.
+_qzjexxml() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} options
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify help --help --version' -- "$word")
+    return
+  fi
+  case ${COMP_WORDS[1]} in
+    manifest | project) options='--json --tree --output --help' ;;
+    check) options='--json --output --help' ;;
+    diff | explain) options='--output --help' ;;
+    encrypt) options='--force --output --passphrase-file --help' ;;
+    decrypt) options='--output --passphrase-file --help' ;;
+    verify) options='--passphrase-file --help' ;;
+    help) mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify' -- "$word") && return ;;
+  esac
+  if [[ $word == -* && $before != --passphrase-file && $before != --output && $before != -o ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
+  fi
+}
+complete -o default -F _qzjexxml qzjexxml

@@ -1,0 +1,123 @@
+#include "check_command.h"
+
+#include "input_file.h"
+#include "json_text.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <tuple>
+
+namespace tool {
+namespace {
+
+void checkTarget(const Entry& entry, Description& description) {
+  if (entry.value.starts_with("//") ||
+      (entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
+      ("/" + entry.value + "/").find("/../") != std::string::npos) {
+    description.find(entry.element->place, false,
+                     "target " + inQuotes(entry.value) + " may lead out of where it is restored");
+  }
+}
+
+// Entries that override each other, and paths that lead elsewhere.
+void checkEntries(const std::string& file, Description& description) {
+  const std::vector<Entry> entries = entriesOf(description);
+  std::map<std::string, const Entry*> macros;
+  std::map<std::string, const Entry*> sources;
+  std::map<std::string, const Entry*> targets;
+  for (const Entry& entry : entries) {
+    const Place& place = entry.element->place;
+    const Entry*& before = (entry.isFile ? sources : macros)[entry.key];
+    if (before != nullptr && !entry.key.empty()) {
+      description.find(place, false,
+                       (entry.isFile ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
+                           placeOf(file, before->element->place));
+    }
+    before = &entry;
+    if (!entry.isFile) {
+      if (!entry.value.empty() && !entry.value.starts_with('/')) {
+        description.find(place, false, "abspath " + inQuotes(entry.value) + " is not absolute");
+      }
+      continue;
+    }
+    const Entry*& other = targets[entry.value];
+    if (other != nullptr && other->key != entry.key) {
+      description.find(place, false,
+                       "target " + inQuotes(entry.value) + " is that of " + inQuotes(other->key) + " too, at " +
+                           placeOf(file, other->element->place));
+    }
+    other = &entry;
+    checkTarget(entry, description);
+  }
+}
+
+void checkType(Description& description) {
+  const Element& root = description.elements.front();
+  if (root["type"] == (description.isManifest() ? "project" : "archive")) {
+    description.find(root.place, false,
+                     std::string("its type is ") + inQuotes(root["type"]) + ", but the content is that of " +
+                         (description.isManifest() ? "an archive manifest" : "a project description"));
+  }
+}
+
+// Whatever else a load may say.
+void checkLoad(const char* path, Description& description) {
+  const std::string diagnostics = diagnosticsOf([&] {
+    if (description.isManifest()) {
+      KIVData* record = nullptr;
+      InitKIVData(path, &record);
+      TermKIVData(&record);
+    } else {
+      void* handle = nullptr;
+      InitNOXData(path, &handle);
+    }
+  });
+  if (!diagnostics.empty()) {
+    description.find({}, true, diagnostics.substr(0, diagnostics.find('\n')));
+  }
+}
+
+// With its findings in the order of their places.
+Description checked(const std::string& file) {
+  Description description;
+  try {
+    const InputFile input(file);
+    description = readDescription(input.path());
+    if (std::ranges::none_of(description.findings, &Finding::isError)) {
+      checkType(description);
+      checkEntries(file, description);
+      checkLoad(input.path(), description);
+    }
+  } catch (const Failure& failure) {
+    description.find({}, true, failure.what());
+  }
+  std::ranges::stable_sort(description.findings, {},
+                           [](const Finding& finding) { return std::tuple(finding.place.line, finding.place.column); });
+  return description;
+}
+
+}  // namespace
+
+std::string placeOf(const std::string& file, const Place& place) {
+  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+ExitStatus checkFiles(const std::vector<std::string>& files, bool asJson) {
+  return forEachFile(files, [&](const std::string& file) {
+    const Description description = checked(file);
+    if (asJson) {
+      std::cout << '{' << jsonOfFile(file) << R"(,"kind":)" << json(description.isManifest() ? "manifest" : "project")
+                << ",\"findings\":" << json(description.findings) << "}\n";
+    } else {
+      for (const auto& [place, isError, text] : description.findings) {
+        std::cout << shown(placeOf(file, place) + (isError ? ": error: " : ": warning: ") + text) << '\n';
+      }
+    }
+    return description.findings.empty() ? allGood : fileFailed;
+  });
+}
+
+}  // namespace tool

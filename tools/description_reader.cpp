@@ -1,0 +1,300 @@
+#include "description_reader.h"
+
+#include "outcome.h"
+#include "xml/document_parser.h"
+#include "xml/lcp_text.h"
+#include "xml/parse_document.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <utf8.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/framework/XMLEntityDecl.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLChar.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+
+namespace tool {
+namespace {
+
+using jexxml::LcpText;
+
+std::string textOf(const XMLCh* text) { return std::string(LcpText(text).view()); }
+
+std::vector<std::string> namesOf(const auto& kinds) {
+  std::vector<std::string> names;
+  std::ranges::transform(kinds, std::back_inserter(names), [](const auto& kind) { return kind.name; });
+  return names;
+}
+
+// Adds the elements that have a child of the name.
+void addParents(const ElementKind& kind, std::string_view name, const std::string& shownKind, std::string& parents) {
+  if (kind.child(name) != nullptr) {
+    parents += (parents.empty() ? "; it belongs in " : ", ") + shownKind;
+  }
+  for (const ElementKind& child : kind.children) {
+    addParents(child, name, inQuotes(child.name), parents);
+  }
+}
+
+// What the parser reports, as findings.
+class Reports final : public xercesc::ErrorHandler {
+ public:
+  explicit Reports(Description& described) : description(described) {}
+
+  void warning(const xercesc::SAXParseException&) override {}
+  void error(const xercesc::SAXParseException& exception) override {
+    description.find({exception.getLineNumber(), exception.getColumnNumber()}, true, textOf(exception.getMessage()));
+  }
+  void fatalError(const xercesc::SAXParseException& exception) override { error(exception); }
+  void resetErrors() override {}
+
+ private:
+  Description& description;
+};
+
+class DescriptionParser final : public jexxml::DocumentParser {
+ public:
+  DescriptionParser(std::size_t size, Description& described)
+      : DocumentParser(jexxml::sizeLimit(size)), description(described), reports(described) {
+    jexxml::configure(*this);
+    setErrorHandler(&reports);
+  }
+
+  // The base ends an empty element, so that it comes last.
+  void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
+                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
+                    bool isRoot) override {
+    const std::string start = prefix == nullptr || *prefix == 0 ? "" : textOf(prefix) + ":";
+    openElements.push_back({.element = take(start + textOf(declaration.getBaseName()), isRoot)});
+    if (openElements.back().element != ignored) {
+      for (XMLSize_t i = 0; i < attributeCount; ++i) {
+        takeAttribute(textOf(attributes.elementAt(i)->getQName()), textOf(attributes.elementAt(i)->getValue()));
+      }
+      requireAttributes();
+    }
+    DocumentParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+  }
+
+  void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
+                  const XMLCh* prefix) override {
+    openElements.pop_back();
+    DocumentParser::endElement(declaration, uriId, isRoot, prefix);
+  }
+
+  void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override {
+    DocumentParser::docCharacters(text, length, isCdata);
+    if (openElements.back().element != ignored && !openElements.back().hasText &&
+        !xercesc::XMLChar1_0::isAllSpaces(text, length)) {
+      openElements.back().hasText = true;
+      warn("text is ignored");
+    }
+  }
+
+  void startEntityReference(const xercesc::XMLEntityDecl& entity) override {
+    entities.push_back(textOf(entity.getName()));
+    DocumentParser::startEntityReference(entity);
+  }
+
+  void endEntityReference(const xercesc::XMLEntityDecl& entity) override {
+    entities.pop_back();
+    DocumentParser::endEntityReference(entity);
+  }
+
+ private:
+  static constexpr std::size_t ignored = static_cast<std::size_t>(-1);
+
+  struct OpenElement {
+    std::size_t element;  // its place in the description, or `ignored`
+    bool hasText = false;
+  };
+
+  Place place() {
+    const xercesc::Locator& locator = *getScanner()->getLocator();
+    return {locator.getLineNumber(), locator.getColumnNumber()};
+  }
+
+  void warn(const std::string& text) { description.find(place(), false, text); }
+
+  // The element's place in the description, or `ignored`: then with a warning, unless it is part of one that is
+  // ignored.
+  std::size_t take(const std::string& name, bool isRoot) {
+    const std::size_t parent = isRoot ? 0 : openElements.back().element;
+    if (parent == ignored) {
+      return ignored;
+    }
+    if (!entities.empty()) {
+      warn("element " + inQuotes(name) + " is ignored: it comes out of the entity " + inQuotes(entities.front()));
+      return ignored;
+    }
+    const ElementKind* kind = isRoot ? description.root : kindIn(parent, name);
+    if (kind == nullptr) {
+      const ElementKind& parentKind = *description.elements[parent].kind;
+      std::string hint;
+      addParents(*description.root, name, "the root element", hint);
+      if (hint.empty() && otherVocabulary().child(name) != nullptr) {
+        hint = "; it belongs in a description of the other kind";
+      }
+      warn("element " + inQuotes(name) +
+           " is ignored: " + (parent == 0 ? "the root element" : inQuotes(parentKind.name)) + " has no such element" +
+           (hint.empty() ? suggestion(name, namesOf(parentKind.children)) : hint));
+      return ignored;
+    }
+    description.elements.push_back({.kind = kind, .parent = parent, .place = place(), .attributes = {}});
+    return description.elements.size() - 1;
+  }
+
+  const ElementKind& otherVocabulary() const {
+    return description.isManifest() ? projectVocabulary() : manifestVocabulary();
+  }
+
+  // The first child of the root element that either vocabulary has shows which one it is.
+  const ElementKind* kindIn(std::size_t parent, const std::string& name) {
+    Element& element = description.elements[parent];
+    const ElementKind* kind = element.kind->child(name);
+    if (parent == 0 && kind == nullptr && description.elements.size() == 1) {
+      kind = otherVocabulary().child(name);
+      if (kind != nullptr) {
+        element.kind = description.root = &otherVocabulary();
+      }
+    }
+    description.showsKind |= kind != nullptr;
+    return kind;
+  }
+
+  void takeAttribute(const std::string& name, const std::string& value) {
+    Element& element = description.elements.back();
+    if (element.kind->attribute(name) != nullptr) {
+      element.attributes[name] = value;
+      if (element.kind == description.root && name == "type" && (value == "archive" || value == "project")) {
+        description.showsKind = true;
+        element.kind = description.root = value == "project" ? &projectVocabulary() : &manifestVocabulary();
+      }
+    } else if (name != "xmlns" && !name.starts_with("xmlns:") && !name.starts_with("xml:") &&
+               !name.starts_with("xsi:")) {
+      warn("attribute " + inQuotes(name) +
+           " is ignored: " + (description.elements.size() == 1 ? "the root element" : inQuotes(element.kind->name)) +
+           " has no such attribute" + suggestion(name, namesOf(element.kind->attributes)));
+    }
+  }
+
+  void requireAttributes() {
+    const Element& element = description.elements.back();
+    for (const AttributeKind& attribute : element.kind->attributes) {
+      if (attribute.required && element[attribute.name].empty()) {
+        warn("attribute " + inQuotes(attribute.name) + " of " + inQuotes(element.kind->name) +
+             (element.attributes.contains(attribute.name) ? " is empty" : " is missing"));
+      }
+    }
+  }
+
+  Description& description;
+  Reports reports;
+  std::vector<OpenElement> openElements;
+  std::vector<std::string> entities;  // that are open
+};
+
+// The parser's place for a byte that is not UTF-8 is where it began to read a stretch of the file.
+void findBadByte(const KIVByteArray& bytes, Finding& finding) {
+  if (!finding.isError || !finding.text.starts_with("invalid byte")) {
+    return;
+  }
+  const char* start = bytes.data;
+  const char* bad = utf8::find_invalid(start, start + bytes.length);
+  const std::string_view good(start, static_cast<std::size_t>(bad - start));
+  const std::string_view line = good.substr(good.rfind('\n') + 1);
+  finding.place = {static_cast<std::uint64_t>(std::ranges::count(good, '\n')) + 1,
+                   static_cast<std::uint64_t>(utf8::distance(line.begin(), line.end())) + 1};
+  finding.text = "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration";
+}
+
+std::string join(const std::string& first, const std::string& last) { return first + '/' + last; }
+
+const std::string& firstGiven(const Element& element, const char* name, const char* otherwise) {
+  return element[name].empty() ? element[otherwise] : element[name];
+}
+
+}  // namespace
+
+ParserLibrary::ParserLibrary() {
+  try {
+    xercesc::XMLPlatformUtils::Initialize();
+    started = true;
+  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
+    throw std::bad_alloc();
+  } catch (const xercesc::XMLException&) {
+  }
+}
+
+ParserLibrary::~ParserLibrary() {
+  if (started) {
+    xercesc::XMLPlatformUtils::Terminate();
+  }
+}
+
+const std::string& Element::operator[](const std::string& attribute) const {
+  static const std::string absent;
+  const auto given = attributes.find(attribute);
+  return given == attributes.end() ? absent : given->second;
+}
+
+void Description::find(const Place& place, bool isError, const std::string& text) {
+  constexpr std::size_t most = 1'000;
+  warnings += isError ? 0 : 1;
+  if (isError || warnings <= most) {
+    findings.push_back({place, isError, text});
+  } else if (warnings == most + 1) {
+    findings.push_back({place, false, "there are more warnings, which are not shown"});
+  }
+}
+
+std::vector<Entry> entriesOf(const Description& description) {
+  std::vector<Entry> entries;
+  for (const Element& element : description.elements) {
+    const Element& parent = description.elements[element.parent];
+    if (parent.kind->name == "rootmacro") {
+      entries.push_back({&element, false, element["name"], element["abspath"]});
+    } else if (parent.kind->name == "root") {
+      entries.push_back(
+          {&element, true, join(join(parent["path"], element["dir_name"]), element["file_name"]),
+           join(firstGiven(element, "dir_rename", "dir_name"), firstGiven(element, "file_rename", "file_name"))});
+    }
+  }
+  return entries;
+}
+
+Description readDescription(const char* path) {
+  Description description;
+  KIVByteArray bytes;
+  bool wasRead = false;
+  const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(path, bytes); });
+  if (!wasRead) {
+    description.find({}, true, diagnostics.substr(0, diagnostics.find('\n')));
+    return description;
+  }
+  try {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data), bytes.length, "");
+    source.setCopyBufToStream(false);
+    DescriptionParser(bytes.length, description).parse(source);
+  } catch (const jexxml::DocumentRefused&) {  // which was reported
+  } catch (const xercesc::XMLException& exception) {
+    description.find({}, true, textOf(exception.getMessage()));
+  } catch (const xercesc::OutOfMemoryException&) {
+    throw std::bad_alloc();
+  }
+  for (Finding& finding : description.findings) {
+    findBadByte(bytes, finding);
+  }
+  return description;
+}
+
+}  // namespace tool

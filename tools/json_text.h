@@ -1,0 +1,28 @@
+// JSON, written piece by piece: what is printed may be large.
+#ifndef QZJEXXML_TOOLS_JSON_TEXT_H
+#define QZJEXXML_TOOLS_JSON_TEXT_H
+
+#include "description_reader.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+// A JSON string, and a list of them. What is not UTF-8 becomes U+FFFD.
+std::string json(std::string_view text);
+std::string json(const std::vector<std::string>& texts);
+
+// The member "file"; for a name that is not UTF-8, also "fileBytes": the name with its bytes above 0x7F, and %, as %E9.
+std::string jsonOfFile(const std::string& file);
+
+// [{"severity":"error","line":2,"column":1,"message":"..."}, ...], without the place where there is none.
+std::string json(const std::vector<Finding>& findings);
+
+// The element and all that is in it: {"element":"data","line":5,"attributes":{...},"children":[...]}.
+void printJson(const Description& description);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_JSON_TEXT_H
