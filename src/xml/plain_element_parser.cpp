@@ -31,6 +31,14 @@ const XMLCh* nameOf(DOMNodeVector& attributes, XMLSize_t place) {
   return static_cast<DOMAttrImpl*>(attributes.elementAt(place))->fName;
 }
 
+// An attribute's name without its prefix, which only the attribute's own kind can see.
+struct PlainAttribute : DOMAttrNSImpl {
+  static void setName(DOMAttrNSImpl& attribute, const XMLCh* name) {
+    attribute.fName = name;
+    attribute.*(&PlainAttribute::fLocalName) = name;
+  }
+};
+
 // Names mostly come in order, or nearly so.
 void insertInOrder(DOMNodeVector& attributes, DOMAttrImpl& attribute) {
   XMLSize_t place = attributes.size();
@@ -111,8 +119,9 @@ void PlainElementParser::addAttributes(DOMElementImpl& element, const RefVectorO
   DOMNodeVector& map = AttributeMap::nodesOf(*element.fAttributes);
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
     const XMLAttr& given = *attributes.elementAt(i);
-    auto* attribute = new (fDocument, DOMMemoryManager::ATTR_NS_OBJECT)
-        DOMAttrNSImpl(fDocument, nullptr, nullptr, given.getName(), given.getQName());
+    auto* attribute =
+        new (fDocument, DOMMemoryManager::ATTR_NS_OBJECT) DOMAttrNSImpl(fDocument, XMLUni::fgZeroLenString);
+    PlainAttribute::setName(*attribute, nameInDocument(given.getName(), i));
     attribute->fNode.fOwnerNode = &element;
     attribute->fNode.isOwned(true);
     attribute->fNode.isSpecified(given.getSpecified());
@@ -125,6 +134,18 @@ void PlainElementParser::addAttributes(DOMElementImpl& element, const RefVectorO
     text->fChild.previousSibling = text;
     attribute->fParent.fFirstChild = text;
   }
+}
+
+// The look into the document's table costs more than all else of an attribute. Attributes at one place mostly have the
+// same name, which costs a comparison.
+const XMLCh* PlainElementParser::nameInDocument(const XMLCh* name, XMLSize_t place) {
+  if (place >= names.size()) {
+    names.resize(place + 1);
+  }
+  if (!XMLString::equals(names[place], name)) {
+    names[place] = fDocument->getPooledString(name);
+  }
+  return names[place];
 }
 
 // A first child's previous sibling is the last child.

@@ -63,9 +63,11 @@ class PlainElementParser : public xercesc::XercesDOMParser {
                XMLSize_t attributeCount) const;
   void addAttributes(xercesc::DOMElementImpl& element, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                      XMLSize_t attributeCount);
+  const XMLCh* nameInDocument(const XMLCh* name, XMLSize_t place);
   static void append(xercesc::DOMElementImpl& element, OpenElement& parent);
 
   std::vector<OpenElement> openElements;
+  std::vector<const XMLCh*> names;  // of the last attribute at each place, in the document's table
 };
 
 }  // namespace jexxml
