@@ -93,7 +93,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
 
   void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override {
     DocumentParser::docCharacters(text, length, isCdata);
-    if (openElements.back().element != ignored && !openElements.back().hasText &&
+    if (!openElements.empty() && openElements.back().element != ignored && !openElements.back().hasText &&
         !xercesc::XMLChar1_0::isAllSpaces(text, length)) {
       openElements.back().hasText = true;
       warn("text is ignored");
