@@ -83,6 +83,9 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
     const Description description = readDescription(input.path());
+    if (std::ranges::any_of(description.findings, &Finding::isError)) {
+      throw Failure("cannot be loaded; \"qzjexxml check\" says why");
+    }
     const std::vector<Entry> entries = entriesOf(description);
     std::map<std::string, const Entry*> before;
     bool found = false;
