@@ -33,6 +33,11 @@ extern "C" void explicit_bzero(void* bytes, std::size_t count) noexcept {
   wiped += '|';
 }
 
+// What that is called in a build with FORTIFY.
+extern "C" void __explicit_bzero_chk(void* bytes, std::size_t count, std::size_t) noexcept {
+  explicit_bzero(bytes, count);
+}
+
 bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
   return crypto(input, output, passphrase);
 }
