@@ -142,7 +142,8 @@ class DescriptionParser final : public jexxml::DocumentParser {
       std::string hint;
       addParents(*description.root, name, "the root element", hint);
       if (hint.empty() && otherVocabulary().child(name) != nullptr) {
-        hint = "; it belongs in a description of the other kind";
+        hint =
+            description.isManifest() ? "; it belongs in a project description" : "; it belongs in an archive manifest";
       }
       warn("element " + inQuotes(name) +
            " is ignored: " + (parent == 0 ? "the root element" : inQuotes(parentKind.name)) + " has no such element" +

@@ -86,6 +86,9 @@ Failure Failure::ofSystem(const std::string& text, const std::string& name) {
 }
 
 std::string shown(std::string_view text) {
+  if (std::ranges::all_of(text, [](char letter) { return letter >= ' ' && letter <= '~'; })) {
+    return std::string(text);
+  }
   std::string result;
   while (!text.empty()) {
     wchar_t character = 0;
