@@ -37,8 +37,8 @@ std::string jsonOfFile(const std::string& file) {
 std::string json(const std::vector<Finding>& findings) {
   std::string list;
   for (const auto& [place, isError, text] : findings) {
-    list +=
-        (list.empty() ? "{\"severity\":\"" : ",{\"severity\":\"") + std::string(isError ? "error" : "warning") + '"';
+    list += list.empty() ? "{" : ",{";
+    list += R"("severity":)" + json(isError ? "error" : "warning");
     if (place.line != 0) {
       list += ",\"line\":" + std::to_string(place.line) + ",\"column\":" + std::to_string(place.column);
     }
