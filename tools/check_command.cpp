@@ -13,6 +13,7 @@
 namespace tool {
 namespace {
 
+// A target without a folder reads "/FILE" in the record, which is no absolute path that somebody wrote.
 void checkTarget(const Entry& entry, Description& description) {
   if (entry.value.starts_with("//") ||
       (entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||

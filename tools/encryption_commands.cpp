@@ -34,14 +34,16 @@ bool isSameFile(const std::string& file, const std::string& other) {
 // Why a file that can be read does not decrypt.
 const char* reasonFor(const KIVByteArray& file) {
   constexpr std::string_view magic = "KIVBTC";
-  constexpr std::size_t memoryOffset = 12;  // of the kibibytes that the key takes
+  constexpr std::size_t memoryOffset = 12;             // of the kibibytes that the key takes
+  constexpr std::uint32_t mostKibibytes = 256 * 1024;  // that are taken at all
   constexpr std::size_t leastLength = 72;
   if (file.length < leastLength || std::string_view(file.data, magic.size()) != magic) {
     return "is not an encrypted file";
   }
   std::uint32_t kibibytes = 0;
   std::memcpy(&kibibytes, file.data + memoryOffset, sizeof kibibytes);
-  const std::unique_ptr<const char[]> room(new (std::nothrow) char[(std::size_t{kibibytes} + 1) << 10U]);
+  const std::size_t size = std::size_t{std::min(kibibytes, mostKibibytes)} << 10U;
+  const std::unique_ptr<const char[]> room(new (std::nothrow) char[size]);
   return room == nullptr ? "there is not enough memory" : "wrong passphrase or damaged file";
 }
 
