@@ -9,7 +9,7 @@
 namespace tool {
 
 // Prints a line for each entry that was added (+) or removed (-), or has another target or value (!). Returns
-// differ when there is one.
+// differ when there is one, and wrongUsage, as diff(1) does, when a file does not load.
 ExitStatus diffManifests(const std::string& oldFile, const std::string& newFile);
 
 // Prints where the entries stand that set a file (by its source or target) or a root macro (by its name), how they are

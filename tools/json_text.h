@@ -20,7 +20,7 @@ std::string jsonOfFile(const std::string& file);
 // [{"severity":"error","line":2,"column":1,"message":"..."}, ...], without the place where there is none.
 std::string json(const std::vector<Finding>& findings);
 
-// The element and all that is in it: {"element":"data","line":5,"attributes":{...},"children":[...]}.
+// The tree of the elements that a load takes: {"element":"data","attributes":{...},"children":[...]}.
 void printJson(const Description& description);
 
 }  // namespace tool
