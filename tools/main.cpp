@@ -157,7 +157,10 @@ ExitStatus run(std::vector<std::string> arguments) {
   }
   if (arguments.front() == "help") {
     arguments.erase(arguments.begin());
-    arguments.emplace_back("--help");
+    const auto isNamed = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
+    if (arguments.empty() || std::ranges::any_of(app.get_subcommands({}), isNamed)) {
+      arguments.emplace_back("--help");
+    }
   }
   std::ranges::reverse(arguments);  // as the parser takes them
   try {
