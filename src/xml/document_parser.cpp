@@ -148,8 +148,7 @@ void DocumentParser::checkAllocation(std::size_t size) {
   if (size == entityReaderBlock) {
     checkReading(longestEntity);
     blocksAtCheckpoint = memory.blocks;
-    hold(readersOpened++, openedEntityLimit);
-    entityText += longestEntity * sizeof(XMLCh);
+    entityText += longestEntity * sizeof(XMLCh) + entityCost;
     hold(entityText, sizeLimit);
   }
 }

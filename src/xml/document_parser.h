@@ -76,13 +76,12 @@ class DocumentParser : private DocumentMemory, public PlainElementParser {
   std::size_t charactersSinceCheckpoint = 0;  // read at most, in a document that declares lists
   bool declaresLists = false;                 // attributes of the types IDREFS and ENTITIES
   std::size_t longestEntity = 0;              // characters
-  std::uint64_t entityText = 0;               // bytes of the entities that were opened, or more
+  std::uint64_t entityText = 0;               // bytes of the entities that were opened, or more, and their cost
   std::size_t skippedText = 0;                // bytes
   std::size_t depth = 0;
   std::size_t namespaces = 0;
-  std::size_t entities = 0;       // and notations, declared
-  std::size_t identifiers = 0;    // and references to them and to entities
-  std::size_t readersOpened = 0;  // for the document itself, then for entities
+  std::size_t entities = 0;     // and notations, declared
+  std::size_t identifiers = 0;  // and references to them and to entities
   std::size_t elementDeclarations = 0;
   std::uint64_t contentModels = 0;  // their cost
   std::size_t errors = 0;

@@ -39,8 +39,9 @@ inline constexpr Limit enumerationLimit = {4'000, u"the document declares an att
 // identifiers or entities: those are looked up one by one before the tag is known.
 inline constexpr Limit listLimit = {200'000, u"a tag or comment is too long where lists of identifiers are declared"};
 
-// Entities of every kind that are opened; the parser library itself stops at 50,000 in text and attributes.
-inline constexpr Limit openedEntityLimit = {60'000, u"the document expands more than 60,000 entities"};
+// Bytes that count as read for each entity that is opened, of every kind; the parser library itself stops at 50,000
+// entities in text and attributes.
+inline constexpr std::uint64_t entityCost = 1'024;
 
 // By the measure of content_model_cost.h, all of the document's together.
 inline constexpr Limit contentModelLimit = {2'000'000, u"the content models of the document are too complex"};
