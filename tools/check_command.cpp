@@ -1,5 +1,6 @@
 #include "check_command.h"
 
+#include "description_reader.h"
 #include "input_file.h"
 #include "json_text.h"
 
@@ -101,10 +102,6 @@ Description checked(const std::string& file) {
 }
 
 }  // namespace
-
-std::string placeOf(const std::string& file, const Place& place) {
-  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
-}
 
 ExitStatus checkFiles(const std::vector<std::string>& files, bool asJson) {
   return forEachFile(files, [&](const std::string& file) {

@@ -2,16 +2,12 @@
 #ifndef QZJEXXML_TOOLS_CHECK_COMMAND_H
 #define QZJEXXML_TOOLS_CHECK_COMMAND_H
 
-#include "description_reader.h"
 #include "outcome.h"
 
 #include <string>
 #include <vector>
 
 namespace tool {
-
-// "FILE:LINE:COLUMN", or "FILE" when there is no place.
-std::string placeOf(const std::string& file, const Place& place);
 
 // Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT" or "... warning: TEXT", or for each file
 // one JSON object on a line. fileFailed when there is a finding.

@@ -1,7 +1,7 @@
 #include "compare_commands.h"
 
-#include "check_command.h"
 #include "description_commands.h"
+#include "description_reader.h"
 #include "input_file.h"
 
 #include <algorithm>

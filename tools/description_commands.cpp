@@ -63,20 +63,11 @@ void printTable(const KIVData& record) {
   }
 }
 
-void printPairs(const auto& pairs, const auto& valueOf) {
-  const char* separator = "{";
-  for (const auto& [key, value] : pairs) {
-    std::cout << separator << json(key) << ':' << json(valueOf(value));
-    separator = ",";
-  }
-  std::cout << (pairs.empty() ? "{}" : "}");
-}
-
 void printJson(const std::string& file, const KIVData& record) {
   std::cout << '{' << jsonOfFile(file) << ",\"rootMacros\":";
-  printPairs(record.rootMacros, [](const std::string& path) { return path; });
+  printObject(record.rootMacros, [](const std::string& path) { return path; });
   std::cout << ",\"fileMap\":";
-  printPairs(record.fileMap, [](const FileMapEntry& entry) { return entry.target; });
+  printObject(record.fileMap, [](const FileMapEntry& entry) { return entry.target; });
   std::cout << ",\"varnixPath\":" << json(record.varnixPath) << "}\n";
 }
 

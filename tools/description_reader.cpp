@@ -8,6 +8,7 @@
 #include <qzjexxml/qzjexxml.h>
 
 #include <utf8.h>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>
@@ -242,6 +243,10 @@ ParserLibrary::~ParserLibrary() {
   }
 }
 
+std::string placeOf(const std::string& file, const Place& place) {
+  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
 const std::string& Element::operator[](const std::string& attribute) const {
   static const std::string absent;
   const auto given = attributes.find(attribute);
@@ -289,6 +294,8 @@ Description readDescription(const char* path) {
   } catch (const jexxml::DocumentRefused&) {  // which was reported
   } catch (const xercesc::XMLException& exception) {
     description.find({}, true, textOf(exception.getMessage()));
+  } catch (const xercesc::DOMException& exception) {
+    description.find({}, true, "DOMException code: " + std::to_string(exception.code));
   } catch (const xercesc::OutOfMemoryException&) {
     throw std::bad_alloc();
   }

@@ -31,6 +31,9 @@ struct Place {
   std::uint64_t column = 0;
 };
 
+// "FILE:LINE:COLUMN", or "FILE" when there is no place.
+std::string placeOf(const std::string& file, const Place& place);
+
 struct Finding {
   Place place;
   bool isError;  // the description does not load; else a warning

@@ -18,9 +18,17 @@ namespace {
 
 constexpr const char* notRead = "cannot be read";
 
+// Of a file that can be read; see requireReadable.
 mode_t kindOf(const std::string& file) {
   struct stat status;
   if (stat(file.c_str(), &status) != 0) {
+    throw Failure::ofSystem(notRead);
+  }
+  if (S_ISDIR(status.st_mode)) {
+    errno = EISDIR;
+    throw Failure::ofSystem(notRead);
+  }
+  if (access(file.c_str(), R_OK) != 0) {
     throw Failure::ofSystem(notRead);
   }
   return status.st_mode & S_IFMT;
@@ -28,22 +36,13 @@ mode_t kindOf(const std::string& file) {
 
 }  // namespace
 
-void requireReadable(const std::string& file) {
-  if (kindOf(file) == S_IFDIR) {
-    errno = EISDIR;
-    throw Failure::ofSystem(notRead);
-  }
-  if (access(file.c_str(), R_OK) != 0) {
-    throw Failure::ofSystem(notRead);
-  }
-}
+void requireReadable(const std::string& file) { kindOf(file); }
 
 InputFile::InputFile(const std::string& name) : openable(name) {
   if (name == "-") {
     copy(STDIN_FILENO);
     return;
   }
-  requireReadable(name);
   if (kindOf(name) == S_IFIFO) {
     const int input = open(name.c_str(), O_RDONLY | O_CLOEXEC);
     copy(input);

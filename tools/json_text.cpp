@@ -60,13 +60,9 @@ void printJson(const Description& description) {
   for (std::size_t i = 0; i < description.elements.size(); ++i) {
     const Element& element = description.elements[i];
     std::cout << (i != 0 && closeTo(element.parent) ? "," : "") << "{\"element\":" << json(element.kind->name)
-              << ",\"attributes\":{";
-    const char* separator = "";
-    for (const auto& [name, value] : element.attributes) {
-      std::cout << separator << json(name) << ':' << json(value);
-      separator = ",";
-    }
-    std::cout << "},\"children\":[";
+              << ",\"attributes\":";
+    printObject(element.attributes, [](const std::string& value) { return value; });
+    std::cout << ",\"children\":[";
     open.push_back(i);
   }
   closeTo(static_cast<std::size_t>(-1));

@@ -4,6 +4,7 @@
 
 #include "description_reader.h"
 
+#include <iostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,17 @@ std::string jsonOfFile(const std::string& file);
 
 // [{"severity":"error","line":2,"column":1,"message":"..."}, ...], without the place where there is none.
 std::string json(const std::vector<Finding>& findings);
+
+// An object of the keys of a map and the texts that `valueOf` gives for its values.
+void printObject(const auto& pairs, const auto& valueOf) {
+  std::cout << '{';
+  const char* separator = "";
+  for (const auto& [key, value] : pairs) {
+    std::cout << separator << json(key) << ':' << json(valueOf(value));
+    separator = ",";
+  }
+  std::cout << '}';
+}
 
 // The tree of the elements that a load takes: {"element":"data","attributes":{...},"children":[...]}.
 void printJson(const Description& description);

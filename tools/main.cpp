@@ -2,8 +2,9 @@
 #include "check_command.h"
 #include "compare_commands.h"
 #include "description_commands.h"
+#include "description_reader.h"
 #include "encryption_commands.h"
-#include "passphrase.h"
+#include "vocabulary.h"
 
 #include <CLI/CLI.hpp>
 

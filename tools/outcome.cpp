@@ -58,9 +58,12 @@ class Progress {
   void show(std::size_t number, const std::string& file) {
     constexpr std::size_t manyFiles = 50;
     constexpr std::uintmax_t longFile = 50'000'000;
+    if (!isTerminal) {
+      return;
+    }
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
-    if (isTerminal && (count >= manyFiles || (!error && size > longFile))) {
+    if (count >= manyFiles || (!error && size > longFile)) {
       std::cerr << "\r\033[K" << number << " of " << count << ": " << shown(file) << std::flush;
       visible = true;
     }
