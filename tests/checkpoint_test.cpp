@@ -1,8 +1,8 @@
 // A parse that is stopped at each place where it can be, or that the system has no more memory for at each of
 // its allocations: each ends with an exception, and leaks nothing.
+#include "document/error_reporter.h"
+#include "document/guard/document_parser.h"
 #include "support/captured_stderr.h"
-#include "xml/document_parser.h"
-#include "xml/error_reporter.h"
 
 #include <gtest/gtest.h>
 #include <xercesc/framework/MemBufInputSource.hpp>

@@ -1,10 +1,10 @@
 // A document that this library adds the plain elements to is the one that the parser library makes, node by node and
 // link by link, with the same reports.
-#include "xml/plain_element_parser.h"
+#include "document/plain_element_parser.h"
 
+#include "document/error_reporter.h"
 #include "hostile_parts.h"
 #include "support/captured_stderr.h"
-#include "xml/error_reporter.h"
 
 #include <gtest/gtest.h>
 #include <xercesc/dom/DOM.hpp>

@@ -1,9 +1,9 @@
 #include "description_reader.h"
 
+#include "document/guard/document_parser.h"
+#include "document/parse_document.h"
 #include "outcome.h"
-#include "xml/document_parser.h"
-#include "xml/lcp_text.h"
-#include "xml/parse_document.h"
+#include "text/lcp_text.h"
 
 #include <qzjexxml/qzjexxml.h>
 

@@ -1,7 +1,7 @@
 #include "vocabulary.h"
 
 #include "schemas.h"
-#include "xml/lcp_text.h"
+#include "text/lcp_text.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>

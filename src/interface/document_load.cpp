@@ -1,7 +1,7 @@
 #include "interface/document_load.h"
 
-#include "xml/lcp_text.h"
-#include "xml/parse_document.h"
+#include "document/parse_document.h"
+#include "text/lcp_text.h"
 
 #include <qzjexxml/qzjexxml.h>
 

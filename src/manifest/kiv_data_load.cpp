@@ -1,6 +1,6 @@
+#include "document/guard/limits.h"
 #include "interface/document_load.h"
 #include "manifest/populate_kiv_data.h"
-#include "xml/limits.h"
 
 #include <qzjexxml/qzjexxml.h>
 

@@ -1,6 +1,6 @@
 #include "manifest/kiv_dump.h"
 
-#include "xml/dump_line.h"
+#include "tree/dump_line.h"
 
 #include <string>
 

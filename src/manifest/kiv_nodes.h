@@ -15,7 +15,7 @@
 #ifndef QZJEXXML_MANIFEST_KIV_NODES_H
 #define QZJEXXML_MANIFEST_KIV_NODES_H
 
-#include "xml/tree_build.h"
+#include "tree/tree_build.h"
 
 namespace jexxml {
 

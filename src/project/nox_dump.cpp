@@ -1,6 +1,6 @@
 #include "project/nox_dump.h"
 
-#include "xml/dump_line.h"
+#include "tree/dump_line.h"
 
 namespace jexxml {
 namespace {

@@ -21,7 +21,7 @@
 #ifndef QZJEXXML_PROJECT_NOX_NODES_H
 #define QZJEXXML_PROJECT_NOX_NODES_H
 
-#include "xml/tree_build.h"
+#include "tree/tree_build.h"
 
 namespace jexxml {
 

@@ -2,8 +2,8 @@
 #ifndef QZJEXXML_TESTS_PARSED_DOCUMENT_H
 #define QZJEXXML_TESTS_PARSED_DOCUMENT_H
 
-#include "xml/dom_navigation.h"
-#include "xml/parse_document.h"
+#include "document/parse_document.h"
+#include "tree/dom_navigation.h"
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>

@@ -1,0 +1,36 @@
+// Parsing an in-memory document into a DOM, with the library's settings and its error reports.
+#ifndef QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H
+#define QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H
+
+#include "document/error_reporter.h"
+
+#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/InputSource.hpp>
+
+#include <memory>
+
+namespace jexxml {
+
+using xercesc::DOMNode;
+
+// The parser, which owns the document, and the reporter of the running load; both null outside a load.
+extern std::unique_ptr<xercesc::XercesDOMParser> gParser;
+extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
+
+// Gives a parser the library's settings.
+void configure(xercesc::XercesDOMParser& parser);
+
+// Returns the parsed document, or null when the parser reported an error, threw or has none; all but
+// the last have been written to the standard error stream. Whatever the result, the new parser and
+// reporter stand in the slots above; whoever empties them takes the parser first.
+//
+// Nothing outside the source is read: external entities and DTDs are fatal errors, and so is a document
+// that goes over the limits of document/guard/limits.h. `size` is the document's size in bytes.
+//
+// REQUIRES: the parser library is started, and the slots are empty.
+DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size);
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H

@@ -1,0 +1,35 @@
+// LcpText: a parser string converted to the local code page, for printing, comparing and copying.
+#ifndef QZJEXXML_TEXT_LCP_TEXT_H
+#define QZJEXXML_TEXT_LCP_TEXT_H
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include <iosfwd>
+#include <string_view>
+
+namespace jexxml {
+
+// Owns the converted text. Not copyable.
+class LcpText {
+ public:
+  // Converts up to the terminating NUL. A null string gives no text.
+  explicit LcpText(const XMLCh* string);
+  LcpText(const LcpText&) = delete;
+  LcpText& operator=(const LcpText&) = delete;
+  ~LcpText();
+
+  bool isNull() const { return text == nullptr; }
+
+  // The converted text, empty if there is none; valid as long as this object.
+  std::string_view view() const;
+
+ private:
+  char* text;
+};
+
+// Writes the text; nothing if there is none.
+std::ostream& operator<<(std::ostream& stream, const LcpText& text);
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_TEXT_LCP_TEXT_H
