@@ -34,7 +34,7 @@ bool declaresNamespace(std::u16string_view attributeName) {
 
 }  // namespace
 
-DocumentParser::DocumentParser(const Limit& size) : PlainElementParser(nullptr, &memory, nullptr), sizeLimit(size) {
+DocumentParser::DocumentParser(const Limit& size) : DocumentBuilder(nullptr, &memory, nullptr), sizeLimit(size) {
   constexpr XMLSize_t expansionLimit = 50'000;  // has the parser library's own message
   securityManager.setEntityExpansionLimit(expansionLimit);
   setSecurityManager(&securityManager);
@@ -61,13 +61,13 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, un
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
     checkAttribute(i, *attributes.elementAt(i));
   }
-  PlainElementParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+  DocumentBuilder::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
 void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                                 const XMLCh* prefix) {
   --depth;
-  PlainElementParser::endElement(declaration, uriId, isRoot, prefix);
+  DocumentBuilder::endElement(declaration, uriId, isRoot, prefix);
 }
 
 void DocumentParser::docCharacters(const XMLCh* /*text*/, XMLSize_t length, bool /*isCdata*/) { skipText(length); }
@@ -81,13 +81,13 @@ void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, boo
   hold(++elementDeclarations, elementDeclarationLimit);
   contentModels += contentModelCost(declaration.getContentSpec());
   hold(contentModels, contentModelLimit);
-  XercesDOMParser::elementDecl(declaration, isIgnored);
+  DocumentBuilder::elementDecl(declaration, isIgnored);
 }
 
 void DocumentParser::startAttList(const xercesc::DTDElementDecl& declaration) {
   checkpoint();
   hold(++elementDeclarations, elementDeclarationLimit);
-  XercesDOMParser::startAttList(declaration);
+  DocumentBuilder::startAttList(declaration);
 }
 
 void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition,
@@ -96,26 +96,26 @@ void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xerces
   hold(element.getAttDefList().getAttDefCount(), attributeDeclarationLimit);
   hold(xercesc::XMLString::stringLen(definition.getEnumeration()), enumerationLimit);
   declaresLists |= definition.getType() == XMLAttDef::IDRefs || definition.getType() == XMLAttDef::Entities;
-  XercesDOMParser::attDef(element, definition, isIgnored);
+  DocumentBuilder::attDef(element, definition, isIgnored);
 }
 
 void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) {
   checkpoint();
   hold(++entities, entityLimit);
   longestEntity = std::max<std::size_t>(longestEntity, declaration.getValueLen());
-  XercesDOMParser::entityDecl(declaration, isParameterEntity, isIgnored);
+  DocumentBuilder::entityDecl(declaration, isParameterEntity, isIgnored);
 }
 
 // In content, this says which entity was opened. In attributes nothing does.
 void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
   entityText -= (longestEntity - entity.getValueLen()) * sizeof(XMLCh);
-  XercesDOMParser::startEntityReference(entity);
+  DocumentBuilder::startEntityReference(entity);
 }
 
 void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) {
   checkpoint();
   hold(++entities, entityLimit);
-  XercesDOMParser::notationDecl(declaration, isIgnored);
+  DocumentBuilder::notationDecl(declaration, isIgnored);
 }
 
 void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
@@ -126,7 +126,7 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
     errorText += xercesc::XMLString::stringLen(text);
     hold(errorText, errorTextLimit);
   }
-  XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
+  DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
 void DocumentParser::checkpoint() {

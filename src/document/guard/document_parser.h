@@ -2,9 +2,9 @@
 #ifndef QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
 #define QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
 
+#include "document/document_builder.h"
 #include "document/guard/counted_memory.h"
 #include "document/guard/limits.h"
-#include "document/plain_element_parser.h"
 
 #include <xercesc/util/SecurityManager.hpp>
 
@@ -30,7 +30,7 @@ struct DocumentMemory {
 // An exception may leave the parser library where it calls back, where it reads on in the source and where it
 // opens an entity: these are the checkpoints. What it takes between two of them is bounded by what it reads
 // at once (48 KiB, or one declared text) and by the limits on content models and tags.
-class DocumentParser : private DocumentMemory, public PlainElementParser {
+class DocumentParser : private DocumentMemory, public DocumentBuilder {
  public:
   // `size` is what the document may take in memory.
   explicit DocumentParser(const Limit& size);
