@@ -66,7 +66,7 @@ class Reports final : public xercesc::ErrorHandler {
 class DescriptionParser final : public jexxml::DocumentParser {
  public:
   DescriptionParser(std::size_t size, Description& described)
-      : DocumentParser(jexxml::sizeLimit(size)), description(described), reports(described) {
+      : DocumentParser(jexxml::Budgets(size)), description(described), reports(described) {
     jexxml::configure(*this);
     setErrorHandler(&reports);
   }

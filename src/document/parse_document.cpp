@@ -28,7 +28,7 @@ void configure(XercesDOMParser& parser) {
 }
 
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
-  auto owned = std::make_unique<DocumentParser>(sizeLimit(size));
+  auto owned = std::make_unique<DocumentParser>(Budgets(size));
   DocumentParser& parser = *owned;
   gParser = std::move(owned);
   configure(parser);

@@ -26,10 +26,11 @@ void configure(xercesc::XercesDOMParser& parser);
 // reporter stand in the slots above; whoever empties them takes the parser first.
 //
 // Nothing outside the source is read: external entities and DTDs are fatal errors, and so is a document
-// that goes over the limits of document/guard/limits.h. `size` is the document's size in bytes.
+// that goes over a budget or limit of document/guard/limits.h. `size` is the document's size in bytes; 0 allows what
+// every document may take.
 //
 // REQUIRES: the parser library is started, and the slots are empty.
-DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size);
+DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size = 0);
 
 }  // namespace jexxml
 

@@ -16,7 +16,7 @@ int InitKIVData(const char* fileName, KIVData** handle) {
     const jexxml::DocumentLoad load(fileName);
     jexxml::KivMaster master{load.document(), nullptr};
     if (jexxml::buildKivMaster(master)) {
-      if (jexxml::rootPathText(master) > jexxml::sizeLimit(load.fileSize()).most) {
+      if (jexxml::rootPathText(master) > jexxml::memoryLimit(load.fileSize()).most) {
         std::cerr << "The file map is far larger than its document" << std::endl;
       } else {
         jexxml::populateKivData(master, *data);

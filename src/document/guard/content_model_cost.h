@@ -1,19 +1,25 @@
-// What it costs the parser library to prepare for an element's content.
+// What it costs the parser library to prepare for an element's content, and to check it.
 #ifndef QZJEXXML_DOCUMENT_GUARD_CONTENT_MODEL_COST_H
 #define QZJEXXML_DOCUMENT_GUARD_CONTENT_MODEL_COST_H
 
-#include <xercesc/validators/common/ContentSpecNode.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
 #include <cstdint>
+#include <string_view>
+#include <vector>
 
 namespace jexxml {
 
-// The parser library compares all names of a content model with each other, and makes an automaton of them
-// whose table has a column for each different name. A row stands for the places in the model that a name just
-// read may have been at, so a name that stands at k places can make 2^k rows: (a|b)*,a,(a|b),(a|b) does.
-//
-// Returns at least the number of comparisons and of the table's cells; 0 for a null model.
-std::uint64_t contentModelCost(const xercesc::ContentSpecNode* model);
+struct ContentModel {
+  std::vector<std::u16string_view> names;  // as often as they stand in it; those of the declaration
+  std::uint64_t cost = 0;                  // steps of work to make an automaton of it
+};
+
+// The parser library compares all names of a content model with each other, follows from each place in it to the next,
+// and makes an automaton whose table has a column for each different name. A row stands for the places in the model
+// that a name just read may have been at, so a name that stands at k places can make 2^k rows: (a|b)*,a,(a|b),(a|b)
+// does. Mixed content is a list, and has no automaton.
+ContentModel contentModelOf(const xercesc::DTDElementDecl& declaration);
 
 }  // namespace jexxml
 

@@ -4,15 +4,17 @@
 
 #include <xercesc/framework/MemoryManager.hpp>
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace jexxml {
 
-// The parser library allocates in destructors too, where an exception would end the program. So a limit is
-// only noted here, for the parser to look at where it can stop, and blocks come from a reserve when the
-// system has none left.
+// Destructors of content models allocate: a list of the nodes to delete, from ten pointers on, which grows by a
+// quarter. An exception there would end the program. So when the system has no memory left, blocks that may be such a
+// list come from a reserve.
 //
 // What has not been given back is released at the end: the parser library forgets a little where an
 // exception passes it.
@@ -23,15 +25,22 @@ class CountedMemory final : public xercesc::MemoryManager {
   CountedMemory& operator=(const CountedMemory&) = delete;
   ~CountedMemory() override;
 
-  // Throws what `beforeAllocation` does, and xercesc::OutOfMemoryException when the reserve is used up too.
+  // Throws what `beforeAllocation` does, and xercesc::OutOfMemoryException.
   void* allocate(XMLSize_t size) override;
   void deallocate(void* memory) override;
   xercesc::MemoryManager* getExceptionMemoryManager() override;
 
+  // The block allocated last, of those in use, and its size. Null and 0 when there is none.
+  std::pair<const void*, std::size_t> newestBlock() const;
+
+  // Whether a block of that size may be a destructor's.
+  static bool mayBeADestructors(std::size_t size) { return size >= 10 * sizeof(void*) && size % sizeof(void*) == 0; }
+
+  std::size_t bytesInUse = 0;
   std::size_t mostBytes = 0;                               // that were in use at one time
-  std::size_t blocks = 0;                                  // that were ever taken
   bool reserveUsed = false;                                // the system had no memory left
   std::function<void(std::size_t size)> beforeAllocation;  // if set, called first
+  std::function<void(std::size_t size)> onDeallocation;    // likewise
 
  private:
   // Stands before each block; all are in a list.
@@ -39,20 +48,16 @@ class CountedMemory final : public xercesc::MemoryManager {
     Block* previous;
     Block* next;
     std::size_t size;
-    bool isFree;  // in the reserve, where blocks stand one after another
   };
 
   Block* takeFromReserve(std::size_t size);
-  bool isFromReserve(const Block* block) const;
-  void shrinkReserve();
-  static std::size_t sizeInReserve(std::size_t size);
 
-  static constexpr std::size_t reserveSize = std::size_t{256} << 10U;
+  // Each holds the longest list of a content model within the limits; there are two where one grows.
+  static constexpr std::size_t slots = 8;
+  static constexpr std::size_t slotSize = sizeof(Block) + 7'000 * sizeof(void*);
 
-  std::unique_ptr<std::byte[]> reserve{new std::byte[reserveSize]};  // never touched before it is needed
-  std::size_t reserveTaken = 0;
-  bool reserveUsedUp = false;  // but for the half that is kept for cleaning up
-  std::size_t bytesInUse = 0;
+  std::unique_ptr<std::byte[]> reserve{new std::byte[slots * slotSize]};  // never touched before it is needed
+  std::array<Block*, slots> taken = {};
   Block* lastBlock = nullptr;
 };
 

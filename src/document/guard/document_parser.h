@@ -1,16 +1,15 @@
-// DocumentParser: the DOM parser, held to the limits of document/guard/limits.h.
+// DocumentParser: the DOM parser, held to the budgets and limits of document/guard/limits.h.
 #ifndef QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
 #define QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
 
 #include "document/document_builder.h"
 #include "document/guard/counted_memory.h"
 #include "document/guard/limits.h"
-
-#include <xercesc/util/SecurityManager.hpp>
+#include "document/guard/name_table.h"
 
 #include <cstddef>
-#include <set>
-#include <string>
+#include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace jexxml {
@@ -23,77 +22,94 @@ struct DocumentMemory {
   CountedMemory memory;
 };
 
-// Serves one parse. The document that it builds holds no text: the vocabularies have none, so that it would
-// mostly be the white space between elements. A document that goes over a limit is reported to the error
-// handler as a fatal error, with the place in the document, and DocumentRefused is thrown.
+// Serves one parse. A document that goes over a budget or limit is reported to the error handler as a fatal error, with
+// the place in the document, and DocumentRefused is thrown.
 //
-// An exception may leave the parser library where it calls back, where it reads on in the source and where it
-// opens an entity: these are the checkpoints. What it takes between two of them is bounded by what it reads
-// at once (48 KiB, or one declared text) and by the limits on content models and tags.
+// Work is charged where the parser library calls back, for what it did since the last callback and for what it will do
+// for this one. What it does before it calls back is bounded by these:
+//
+//   a look-up        no bucket of any of its tables holds more than 64 names;
+//   a tag            attributes are counted as they are allocated, and charged when each may be compared with all;
+//   a declaration    names in content models are counted likewise, and held to their limit;
+//   identifiers      the table is looked through whenever it has grown by 64 names, and an eighth;
+//   an entity        its text is charged when it is opened, of which the allocation of its reader tells.
+//
+// All else takes time in proportion to the text. Memory is looked at whenever some is allocated. An exception may leave
+// an allocation, except one that a destructor makes: the only one is the list of nodes with which the destructor of a
+// content model goes through it.
 class DocumentParser : private DocumentMemory, public DocumentBuilder {
  public:
-  // `size` is what the document may take in memory.
-  explicit DocumentParser(const Limit& size);
+  explicit DocumentParser(const Budgets& budgets);
   DocumentParser(const DocumentParser&) = delete;
   DocumentParser& operator=(const DocumentParser&) = delete;
   ~DocumentParser() override;
 
-  // As the base's, with a checkpoint wherever the source is read.
-  void parse(const xercesc::InputSource& source);
-
-  // The most bytes that the parse so far has had in use at one time.
+  // The most bytes that the parse so far has had in use at one time, and the work that it has taken.
   std::size_t mostBytesInUse() const { return memory.mostBytes; }
+  std::uint64_t workDone() const { return work; }
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
-                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
-                    bool isRoot) override;
+                    const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
-  void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
-  void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) override;
   void elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) override;
   void startAttList(const xercesc::DTDElementDecl& declaration) override;
   void attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition, bool isIgnored) override;
   void entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) override;
-  void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) override;
   void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
              const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
 
- private:
-  void checkpoint();
-  void checkMemory();
-  void checkAllocation(std::size_t size);
-  void checkReading(std::size_t size);
-  void checkAttribute(std::size_t place, const xercesc::XMLAttr& attribute);
-  void skipText(std::size_t length);
-  void hold(std::uint64_t count, const Limit& limit);
+ protected:
+  void namesWalked(std::uint64_t count) override { spend(count); }
 
-  xercesc::SecurityManager securityManager;
-  Limit sizeLimit;
+ private:
+  void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
+                     XMLSize_t attributeCount);
+  std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others);
+  void checkAllocation(std::size_t size);
+  void checkMemory(std::size_t more);
+  void countDeallocation(std::size_t size);
+  void openReader();
+  void countAttribute();
+  void checkIdentifiers();
+  void declare(NameTable& table, std::u16string_view name);
+  void charge(std::uint64_t steps);
+  void spend(std::uint64_t steps);
+  void hold(std::uint64_t count, const Limit& limit);
+  void refuse(const XMLCh* message);
+
+  const Budgets budgets;
+  std::uint64_t work = 0;
   bool refused = false;
-  std::size_t blocksAtCheckpoint = 0;
-  std::size_t charactersSinceCheckpoint = 0;  // read at most, in a document that declares lists
-  bool declaresLists = false;                 // attributes of the types IDREFS and ENTITIES
-  std::size_t longestEntity = 0;              // characters
-  std::uint64_t entityText = 0;               // bytes of the entities that were opened, or more, and their cost
-  std::size_t skippedText = 0;                // bytes
+
+  // The names in the parser library's tables.
+  NameTable declaredElements{109};
+  NameTable undeclaredElements{29};
+  NameTable generalEntities{109};
+  NameTable parameterEntities{109};
+  NameTable notations{109};
+  NameTable prefixes{109};
+  NameTable namespaces{109};
+  std::size_t undeclaredSeen = 0;
+
+  // Allocated since the last callback.
+  std::size_t newAttributes = 0;
+  std::size_t newDeclarations = 0;
+  std::size_t definitionLists = 0;  // ever
+  std::size_t newIdentifiers = 0;   // since the table was last looked through
+
   std::size_t depth = 0;
-  std::size_t namespaces = 0;
-  std::size_t entities = 0;     // and notations, declared
-  std::size_t identifiers = 0;  // and references to them and to entities
-  std::size_t elementDeclarations = 0;
-  std::uint64_t contentModels = 0;  // their cost
+  std::vector<std::size_t> mappingsInScope;  // of prefixes to namespaces, by depth
+  std::size_t openReaders = 0;               // the document's own is the first
+  std::size_t mostReaders = 1;
+  std::size_t longestEntityName = 0;
+  std::size_t mostAttributes = 0;      // of a tag
+  std::size_t mostDefinitions = 0;     // of attributes of an element
+  std::size_t longestModel = 0;        // names
+  std::size_t longestEnumeration = 0;  // characters
   std::size_t errors = 0;
   std::size_t errorText = 0;  // characters
-  const xercesc::XMLElementDecl* lastElement = nullptr;
-  std::set<const xercesc::XMLElementDecl*> elements;  // that occur
-  std::set<std::u16string> attributeNames;
-  struct LastName {
-    std::u16string name;
-    bool isNamespace = false;
-  };
-  std::vector<LastName> lastNames;  // of the attribute at each place, in whichever element had one
 };
 
 }  // namespace jexxml

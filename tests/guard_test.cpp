@@ -1,0 +1,147 @@
+// A parse that is stopped by a budget at each place where it can be, or that the system has no more memory for at each
+// of its allocations: each ends with an exception, and leaks nothing.
+#include "document/error_reporter.h"
+#include "document/guard/document_parser.h"
+#include "document/parse_document.h"
+#include "support/captured_stderr.h"
+
+#include <gtest/gtest.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <cstdlib>
+#include <limits>
+#include <string>
+
+namespace jexxml {
+namespace {
+
+constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+// The parser library's memory; the allocations after `lastGood`, up to `lastBad`, fail.
+struct FailingMemory : xercesc::MemoryManager {
+  void* allocate(XMLSize_t size) override {
+    if (++count > lastGood && count <= lastBad) {
+      throw xercesc::OutOfMemoryException();
+    }
+    return std::malloc(size);
+  }
+  void deallocate(void* memory) override { std::free(memory); }
+  xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
+
+  std::size_t count = 0;
+  std::size_t lastGood = never;
+  std::size_t lastBad = never;
+};
+
+// Declarations of all kinds, some of them twice, content models of many names, and errors.
+std::string document() {
+  std::string names = "c0";
+  for (int i = 1; i < 30; ++i) {
+    names += ",c" + std::to_string(i);
+  }
+  return "<!DOCTYPE a [<!ELEMENT a (b|d|(" + names + "))*><!ENTITY % p '<!ELEMENT b (" + names +
+         ")><!ELEMENT e EMPTY>'>" +
+         "%p;%p;%p;<!NOTATION n SYSTEM ''><!ENTITY u SYSTEM '' NDATA n><!ENTITY e '<b/>x'><!ELEMENT d (#PCDATA|e)*>"
+         "<!ATTLIST d i ID #IMPLIED r IDREFS 'x' u ENTITIES #IMPLIED n NOTATION (n|m) #IMPLIED v (p|q) 'p' w CDATA "
+         "'&e;'>"
+         "]><a x='1'><!-- c --><?p i?><d i='x' u='u'>t<![CDATA[t]]></d><d r='y'/>&e;<b><e/></b></a>";
+}
+
+class Guard : public testing::Test {
+ protected:
+  void SetUp() override { xercesc::XMLPlatformUtils::Initialize(nullptr, nullptr, nullptr, &memory); }
+  void TearDown() override { xercesc::XMLPlatformUtils::Terminate(); }
+
+  struct Result {
+    bool ended = false;  // the parse came to its end
+    std::uint64_t work = 0;
+    std::uint64_t bytes = 0;
+  };
+
+  Result parse(const std::string& text, const Budgets& budgets, std::size_t goodAllocations = never) {
+    Result result;
+    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), "JexXml");
+    memory.count = 0;
+    memory.lastGood = goodAllocations;
+    try {
+      DocumentParser parser(budgets);
+      try {
+        configure(parser);
+        parser.setErrorHandler(&reporter);
+        parser.parse(source);
+        result.ended = true;
+      } catch (const DocumentRefused&) {
+      }
+      result.work = parser.workDone();
+      result.bytes = parser.mostBytesInUse();
+    } catch (const xercesc::OutOfMemoryException&) {
+    }
+    memory.lastGood = never;
+    return result;
+  }
+
+  FailingMemory memory;
+  JexXmlErrorReporter reporter;
+  CapturedStderr captured;
+};
+
+TEST_F(Guard, StopsAParseThatIsTooLarge) {
+  int stops = 0;
+  Budgets budgets(0);
+  budgets.memory.most = 0;
+  for (; !parse(document(), budgets).ended; budgets.memory.most += 1'024, ++stops) {
+    EXPECT_NE(captured.take().find("Message: the document takes far more memory than its size\n"), std::string::npos);
+  }
+  EXPECT_GT(stops, 50);
+}
+
+TEST_F(Guard, StopsAParseThatTakesTooMuchWork) {
+  int stops = 0;
+  Budgets budgets(0);
+  budgets.work.most = 0;
+  for (; !parse(document(), budgets).ended; budgets.work.most += 2'000, ++stops) {
+    EXPECT_NE(captured.take().find("Message: the document takes far more work than its size\n"), std::string::npos);
+  }
+  EXPECT_GT(stops, 50);
+}
+
+// Wherever most of it is taken: in the values, in the elements, in the readers of entities.
+TEST_F(Guard, KeepsMemoryWithinItsBudget) {
+  const auto each = [](int count, const std::string& before, const std::string& after) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+      text += before + std::to_string(i) + after;
+    }
+    return text;
+  };
+  const std::string start = "<!DOCTYPE a [<!ELEMENT a ANY><!ELEMENT b ANY>";
+  for (const std::string& text : {
+           start + "<!ATTLIST b" + each(100, " c", " CDATA ''") + ">]><a>" + each(10'000, "<b/><!--", "-->") + "</a>",
+           start + "<!ATTLIST b c CDATA '" + std::string(20'000, 'x') + "'>]><a>" + each(5'000, "<b/><!--", "-->") +
+               "</a>",
+           start + "<!ENTITY e ''>" + each(2'000, "<!ENTITY e", " '&f;'>") + "]><a>&e0;</a>",
+           start + "<!ELEMENT c (" + each(500, "c", "?,") + "c)>]><a><c/></a>",
+       }) {
+    Budgets budgets(0);
+    budgets.work.most = never;
+    budgets.memory.most = std::uint64_t{4} << 20U;
+    const Result result = parse(text, budgets);
+    EXPECT_LT(result.bytes, budgets.memory.most + (1U << 20U)) << text.substr(0, 100);
+  }
+}
+
+// At each allocation, once and for good.
+TEST_F(Guard, StopsAParseWithoutMemory) {
+  std::size_t goodAllocations = 0;
+  do {
+    memory.lastBad = ++goodAllocations;
+    parse(document(), Budgets(0), goodAllocations - 1);
+    memory.lastBad = never;
+  } while (!parse(document(), Budgets(0), goodAllocations - 1).ended);
+  EXPECT_GT(goodAllocations, 1000U);
+}
+
+}  // namespace
+}  // namespace jexxml
