@@ -5,6 +5,8 @@
 #include <nuvo.h>
 
 #include <dlfcn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -37,6 +39,12 @@ int textsAlive = 0;
 void (*onStart)() = nullptr;  // called once the parser library has started
 bool nothrowNewWorks = true;
 
+constexpr std::size_t never = static_cast<std::size_t>(-1);
+std::size_t firstBad = never;  // of the allocations from now on
+std::size_t lastBad = 0;
+std::size_t allocations = 0;
+constexpr std::size_t sampling = 16;  // one allocation of so many is tried, and all of the first
+
 template <typename To, typename From>
 To* convert(const From* text) {
   std::size_t length = 0;
@@ -65,6 +73,16 @@ void nuvoFree(void* text) {
   --textsAlive;
   std::free(text);
 }
+
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  ++allocations;
+  void* block = allocations >= firstBad && allocations <= lastBad ? nullptr : std::malloc(size);
+  return block != nullptr ? block : throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return nothrowNewWorks ? ::operator new(size) : nullptr;
@@ -172,6 +190,46 @@ TEST_F(FailingLoad, SaysWhatCannotBegin) {
   raiseAt("security", [] { throw std::bad_alloc(); });  // in the making of the name table
   EXPECT_THROW(load(document), std::bad_alloc);
   EXPECT_EQ(captured.take(), "");
+}
+
+// At the n-th allocation, once and for good, from the start of the parser library to its stop: a good load, a report,
+// or std::bad_alloc. Where the parser library starts, it can be left half started, so each n has a process of its own.
+TEST_F(FailingLoad, EndsWellWithoutMemory) {
+  const std::string text =
+      "<!DOCTYPE r [<!ELEMENT r (kiv|(a,b?,c*))*><!ELEMENT kiv ANY><!ATTLIST kiv i ID #IMPLIED d CDATA '&e;'><!ENTITY "
+      "e "
+      "'f'>]><r><kiv i='j'>&e;</kiv><kiv/></r>";
+  const std::string file = folder.write("manifest.xml", text);
+  enum Outcome { loaded, reported, noMemory };
+  const auto outcomeOf = [&](std::size_t first, std::size_t last) {
+    const pid_t child = fork();
+    if (child == 0) {
+      allocations = 0;
+      firstBad = first;
+      lastBad = last;
+      KIVData* record = nullptr;
+      Outcome outcome = loaded;
+      try {
+        InitKIVData(file.c_str(), &record);
+        outcome = allocations < first ? loaded : reported;
+        TermKIVData(&record);
+      } catch (const std::bad_alloc&) {
+        outcome = noMemory;
+      }
+      _exit(outcome);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  };
+  int outcome = noMemory;
+  for (std::size_t n = 1; outcome != loaded; n += 1 + n / sampling) {
+    for (const std::size_t last : {n, never}) {
+      outcome = outcomeOf(n, last);
+      EXPECT_TRUE(outcome >= loaded && outcome <= noMemory)
+          << n << (last == n ? " once" : " for good") << ": " << outcome;
+    }
+  }
 }
 
 // It is neither started nor stopped again, which it would not survive.

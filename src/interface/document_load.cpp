@@ -1,6 +1,7 @@
 #include "interface/document_load.h"
 
 #include "document/parse_document.h"
+#include "document/parser_library.h"
 #include "text/lcp_text.h"
 
 #include <qzjexxml/qzjexxml.h>
@@ -28,24 +29,15 @@ KIVByteArray gByteArray;
 // The running load's input source over those bytes; null outside a load.
 std::unique_ptr<MemBufInputSource> gInputSource;
 
-// An exception that is not the parser library's own leaves it half started. Then it can be neither started nor
-// stopped any more, so that every later load has to fail too.
-bool halfStarted = false;
-
 // False after a report, when the parser library says why it does not start.
 bool startParserLibrary() {
-  constexpr std::size_t roomToStart = std::size_t{1} << 20U;
-  const std::unique_ptr<const char[]> room(new char[roomToStart]);  // if there is none, it is better not begun
-  halfStarted = true;
   try {
-    XMLPlatformUtils::Initialize();
+    initializeParserLibrary();
   } catch (const xercesc::XMLException& exception) {
-    halfStarted = false;
     std::cerr << "Error during Xerces-c Initialization." << '\n'
               << "  Exception message:" << LcpText(exception.getMessage()) << std::endl;
     return false;
   }
-  halfStarted = false;
   return true;
 }
 
@@ -75,9 +67,6 @@ DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
 }
 
 void DocumentLoad::run(const char* fileName) {
-  if (halfStarted) {
-    throw std::bad_alloc();
-  }
   if (!startParserLibrary()) {
     return;
   }
@@ -93,13 +82,13 @@ void DocumentLoad::run(const char* fileName) {
   }
 }
 
-DocumentLoad::~DocumentLoad() {
+DocumentLoad::~DocumentLoad() { tearDown(); }
+
+void DocumentLoad::tearDown() {
   gParser.reset();
   gInputSource.reset();
   gErrorReporter.reset();
-  if (!halfStarted) {
-    XMLPlatformUtils::Terminate();
-  }
+  terminateParserLibrary();
 }
 
 }  // namespace jexxml

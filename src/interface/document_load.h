@@ -35,6 +35,7 @@ class DocumentLoad {
  private:
   DocumentLoad() = default;
   void run(const char* fileName);
+  static void tearDown();
 
   DOMNode* parsedDocument = nullptr;
   std::uint32_t size = 0;
