@@ -29,9 +29,12 @@ TEST_F(ManifestLoad, ComposesTheRecord) {
   expectRecord(inKiv("<filemap><root path='a/b'><data dir_name='c' file_name='f' file_rename='first'/></root>"
                      "<root path='a'><data dir_name='b/c' file_name='f' file_rename='last'/></root></filemap>"),
                "a/b/c/f -> b/c/last\n");
-  expectRecord(inKiv("<filemap><root><data file_name='z'/><data file_name='f' file_rename='first'/>"
-                     "<data file_name='f' file_rename='last'/></root></filemap>"),
-               "//f -> /last\n//z -> /z\n");
+  std::string sameSource = "<data dir_name='d' file_name='z' dir_rename='D' file_rename='Z'/>";
+  for (const char last : std::string_view("0123456789abcdefghijklmnopqrstuvwxyzABCDEFG")) {
+    sameSource += std::string("<data file_name='f' file_rename='") + last + "'/>";
+  }
+  expectRecord(inKiv("<filemap><root>" + sameSource + "<data file_name='a'/></root></filemap>"),
+               "//a -> /a\n//f -> /G\n/d/z -> D/Z\n");
   expectRecord(inKiv("<varnixpath><data path='b'/><data path='b'/><data path=''/></varnixpath>"
                      "<varnixpath><data path='a'/><data path='b'/></varnixpath>"),
                "b\nb\n\na\nb\n");

@@ -101,6 +101,8 @@ void addFiles(std::vector<File>& files, KIVData& data) {
   }
 }
 
+// A root's nodes give way before its files enter the record, which so grows into the memory that the tree had (bench:
+// "peak of a load").
 void populateFileMap(KivFmNode& filemap, KIVData& data) {
   constexpr int lookahead = 4;
   FileReader reader;
@@ -114,6 +116,7 @@ void populateFileMap(KivFmNode& filemap, KIVData& data) {
       prefetchValues(nodes.at(i + lookahead));
       files.push_back(reader.read(rootPath, *nodes.at(i)));
     }
+    nodes.release();
     addFiles(files, data);
   }
 }

@@ -35,9 +35,12 @@ struct ChildNodeList {
     return true;
   }
 
+  // Destroys the nodes and frees their memory.
+  void release() { std::vector<T>().swap(nodes); }
+
   int size() const { return static_cast<int>(nodes.size()); }
 
-  // Null when `index` is negative or not below size(). Valid until the list grows.
+  // Null when `index` is negative or not below size(). Valid until the list grows or is released.
   T* at(int index) {
     const auto place = static_cast<std::size_t>(index);
     return place < nodes.size() ? &nodes[place] : nullptr;
