@@ -178,6 +178,10 @@ TEST_F(FailingLoad, GoesOnWithoutWhatCannotBeConverted) {
     onConversion = [name](const std::string& text) { return text != name; };
     expectLoad(file, record, unset + unbuilt + (reads == 2 ? unbuilt : ""));
   }
+  int emptyTexts = 0;  // of which none is kept
+  onConversion = [&emptyTexts](const std::string& text) { return emptyTexts += text.empty() ? 1 : 0, true; };
+  expectLoad("<r><kiv><filemap><root><data dir_name='' dir_rename=''/></root></filemap></kiv></r>", "// -> /\n", "");
+  EXPECT_EQ(emptyTexts, 3);
 }
 
 TEST_F(FailingLoad, SaysWhatCannotBegin) {

@@ -37,22 +37,17 @@ class FileReader {
   }
 
  private:
-  // The rename where there is one, else the name; whichever it is, is read once more.
+  // The rename where there is one, else the name. An empty text is never kept, so that it is read once more.
   static const std::string& restoredName(const NodeAttribute& rename, const NodeAttribute& name, std::string& nameText,
                                          std::string& renameText) {
     rename.readText(renameText);
-    if (renameText.empty()) {
-      readUnfetchedAgain(name, nameText);
-      return nameText;
+    if (!renameText.empty()) {
+      return renameText;
     }
-    return renameText;
-  }
-
-  // Only to say once more that it was never fetched.
-  static void readUnfetchedAgain(const NodeAttribute& attribute, std::string& text) {
-    if (attribute.value == nullptr) {
-      attribute.readText(text);
+    if (nameText.empty()) {
+      name.readText(nameText);
     }
+    return nameText;
   }
 
   // With '/' between them, as they stand.

@@ -7,6 +7,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include <iostream>
+#include <utility>
 
 namespace jexxml {
 
@@ -61,10 +62,12 @@ void NodeAttribute::take(const DOMNode& attribute) {
 }
 
 const std::string& NodeAttribute::getText() {
-  if (value == nullptr && !missing) {
-    std::cerr << "Attribute has not been built!" << std::endl;
-  } else if (text == nullptr && !missing) {
-    text = std::make_unique<const std::string>(LcpText(value).view());
+  if (text == nullptr) {
+    std::string converted;
+    readText(converted);
+    if (!converted.empty()) {
+      text = std::make_unique<const std::string>(std::move(converted));
+    }
   }
   return keptText();
 }

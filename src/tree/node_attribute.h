@@ -12,37 +12,38 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// Looked up once by fetch, then read as text. Nothing that the pointers refer to is owned: the DOM
-// document must outlive every use but destruction, and `attributeName` ends with the build.
+// Looked up once by fetch, then read as text. Nothing that the pointers refer to is owned: the DOM document must
+// outlive every use but destruction, and `attributeName` ends with the build.
 struct NodeAttribute {
   // `element` may be null; `name` is an entry of the build's XmlCommonStrings.
   NodeAttribute(DOMNode* element, const XMLCh* name) : ownerNode(element), attributeName(name) {}
 
-  // Looks the attribute up on its element. Without an element or a name it writes
-  // "\nOwner Node and Attribute Name Not Set!" and leaves the record unfilled.
+  // Looks the attribute up on its element. Without an element or a name it reports so and leaves the record unfilled.
   void fetch() { fetch({this}); }
 
   // The same for several attributes of one element, in one pass over those that it has.
   static void fetch(std::initializer_list<NodeAttribute*> attributes);
 
-  // The value in the local code page; empty for an absent attribute, and for one that was never
-  // fetched, which is reported as "Attribute has not been built!" at every call. Converted at the
-  // first call and kept. The reference is valid as long as the record.
+  // The value in the local code page; empty for an absent attribute, and for one that was never fetched, which is
+  // reported at every call. A text that is not empty is kept and not converted again. The reference is valid until the
+  // next call or the end of the record.
   const std::string& getText();
 
-  // The text that getText keeps; empty before its first call.
+  // The text that getText has kept; empty if it has none.
   const std::string& keptText() const;
 
-  // As getText, but into `out`, whose room is used again, and without keeping the text here.
+  // As getText, but into `out`, whose memory is used again, and without keeping the text here.
   void readText(std::string& out) const;
 
   const XMLCh* nodeName = nullptr;  // null until fetched
   int nodeType = 0;                 // a DOMNode::NodeType; 0 until fetched
-  bool missing = false;             // a lookup found no such attribute
   const XMLCh* value = nullptr;     // null until fetched, and when the attribute is absent
   DOMNode* ownerNode;
   const XMLCh* attributeName;
-  std::unique_ptr<const std::string> text;  // null until getText converts the value; few are ever asked for
+  bool missing = false;  // a lookup found no such attribute
+
+  // On the heap: a file map has very many attributes, and getText is asked for few of them (bench: "peak of a load").
+  std::unique_ptr<const std::string> text;
 
  private:
   bool isSet() const { return ownerNode != nullptr && attributeName != nullptr; }
