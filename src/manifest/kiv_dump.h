@@ -6,18 +6,10 @@
 
 namespace jexxml {
 
-// Writes a line for each element of the tree, between two banners:
+// Writes a line for each element below the root element, between two banners: a number sign for each level, the
+// element's name, and its attributes, such as
 //
-//   =======================KIV============================
-//   #kiv: application=calc
-//   ##rootmacro: no of data nodes=1
-//   ###data: name=start abspath=/opt/calc/start
-//   ##filemap:
-//   ###root: path=lib
 //   ####data: dir_name=lib file_name=util dir_rename=lib2 file_rename=
-//   ##varnixpath:
-//   ###data: path=/opt/calc/bin
-//   =======================================================
 //
 // Returns true; for a null root false, with nothing written. REQUIRES: the document lives.
 bool dumpKivMaster(KivMaster& master);

@@ -1,17 +1,5 @@
-// The archive manifest's vocabulary: one class for each kind of element, parents after their children.
-//
-//   doc_root  type version date name      (the root element's name is not tested)
-//     kiv  application
-//       rootmacro
-//         data  abspath name
-//       filemap
-//         root  path
-//           data  dir_name file_name dir_rename file_rename
-//       varnixpath
-//         data  path
-//
-// An element is recognised at its place only. Everything else is stepped over, no attribute is
-// required, and no value is tested.
+// The archive manifest's vocabulary: one class for each kind of element, parents after their children, with the
+// attributes in the order in which they are fetched. docs/manifest-format.md has the format.
 #ifndef QZJEXXML_MANIFEST_KIV_NODES_H
 #define QZJEXXML_MANIFEST_KIV_NODES_H
 
@@ -19,7 +7,7 @@
 
 namespace jexxml {
 
-// A "data" of a root macro: a name for an absolute path.
+// A "data" of a "rootmacro": a name for an absolute path.
 struct KivRmDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -29,6 +17,7 @@ struct KivRmDataNode final : NoxXmlNodeInterface {
   bool process() override { return fetch(abspath, name); }
 };
 
+// A "rootmacro".
 struct KivRmNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -37,7 +26,7 @@ struct KivRmNode final : NoxXmlNodeInterface {
   bool process() override { return build(*this, "Failed to build Root Macro Data Node List", rootMacroDataNodeList); }
 };
 
-// A "data" of a file map: a file, with the names under which it is restored where they differ.
+// A "data" of a file map's "root": a file, with the names under which it is restored where they differ.
 struct KivFmDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -61,6 +50,7 @@ struct KivFmRootNode final : NoxXmlNodeInterface {
   }
 };
 
+// A "filemap".
 struct KivFmNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -69,7 +59,7 @@ struct KivFmNode final : NoxXmlNodeInterface {
   bool process() override { return build(*this, "Failed to build Filemap Root Node List", filemapRootNodeList); }
 };
 
-// A "data" of the search path: one entry.
+// A "data" of a "varnixpath": one entry of the search path.
 struct KivVpDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -78,6 +68,7 @@ struct KivVpDataNode final : NoxXmlNodeInterface {
   bool process() override { return fetch(path); }
 };
 
+// A "varnixpath".
 struct KivVpNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -86,7 +77,7 @@ struct KivVpNode final : NoxXmlNodeInterface {
   bool process() override { return build(*this, "Failed to build Varnix Path Data Node List", varnixPathDataNodeList); }
 };
 
-// One packaged application.
+// A "kiv": one packaged application.
 struct KivNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -119,7 +110,7 @@ struct KivRootNode final : NoxXmlNodeInterface {
 
 using KivMaster = DocumentTree<KivRootNode>;
 
-// Builds the manifest tree over `master.document`; results and messages as for buildTree.
+// Builds the manifest tree over `master.document`, as buildTree does.
 bool buildKivMaster(KivMaster& master);
 
 }  // namespace jexxml

@@ -6,30 +6,12 @@
 
 namespace jexxml {
 
-// Writes a line for each element of the tree, in a section for each kind of child of the root:
+// Writes a line for each element below the root element, in a section between two banners for each kind of child of
+// the root: a number sign for each level, the element's name, and its attributes, such as
 //
-//   =================DEPENDENCY======================
-//   #dependency:
-//   ##directory: path=src
 //   ###data: pathd=src/a.txt name=a.txt
-//   =================================================
-//   =================DEVELOPMENT=====================
-//   #development: project=demo debug_log=build.log debug_level=1
-//   ##rootmacro:
-//   ###rmdata: name=ROOT1 abspath=/opt/demo
-//   ##addpath:
-//   ###apdata: path=/opt/demo/lib where=w1
-//   ===============================================
-//   =================SECURITY======================
-//   #security:
-//   ##exclude: message=msg1
-//   ###secdata: path=src/private
-//   ===============================================
-//   =================DEPLOYMENT=====================
-//   #deployment: application=demoapp debug_test=0
-//   ##pathmap:
-//   ###pmdata: front=/opt/demo replace_by=/usr/local/demo
-//   ==================================================
+//
+// The names of "data" elements elsewhere begin with their parents': "###rmdata".
 //
 // Returns true; for a null root false, with nothing written. REQUIRES: the document lives.
 bool dumpNoxMaster(NoxMaster& master);

@@ -1,23 +1,5 @@
-// The project description's vocabulary: one class for each kind of element, parents after their children.
-//
-//   doc_root  type version date name      (the root element's name is not tested)
-//     dependency
-//       directory  path
-//         data  pathd name
-//     development  project debug_log debug_level
-//       rootmacro
-//         data  abspath name
-//       addpath
-//         data  path where
-//     security
-//       exclude  message
-//         data  path
-//     deployment  application debug_test
-//       pathmap
-//         data  front replace_by
-//
-// An element is recognised at its place only. Everything else is stepped over, no attribute is
-// required, and no value is tested.
+// The project description's vocabulary: one class for each kind of element, parents after their children, with the
+// attributes in the order in which they are fetched. docs/project-format.md has the format.
 #ifndef QZJEXXML_PROJECT_NOX_NODES_H
 #define QZJEXXML_PROJECT_NOX_NODES_H
 
@@ -25,7 +7,7 @@
 
 namespace jexxml {
 
-// A "data" of a directory: a file that the project depends on.
+// A "data" of a "directory": a file that the project depends on.
 struct NoxDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -35,6 +17,7 @@ struct NoxDataNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && fetch(pathd, name); }
 };
 
+// A "directory" of a "dependency".
 struct NoxDirectoryNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -46,6 +29,7 @@ struct NoxDirectoryNode final : NoxXmlNodeInterface {
   }
 };
 
+// A "dependency".
 struct NoxDependencyNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -54,7 +38,7 @@ struct NoxDependencyNode final : NoxXmlNodeInterface {
   bool process() override { return build(*this, "Failed processing Directory Node List", directoryNodeList); }
 };
 
-// A "data" of a root macro: a name for an absolute path.
+// A "data" of a "rootmacro": a name for an absolute path.
 struct NoxRmDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -64,6 +48,7 @@ struct NoxRmDataNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && fetch(abspath, name); }
 };
 
+// A "rootmacro" of a "development".
 struct NoxRmNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -74,7 +59,7 @@ struct NoxRmNode final : NoxXmlNodeInterface {
   }
 };
 
-// A "data" of the added paths: a path, and where it is added.
+// A "data" of an "addpath": a path, and where it is added.
 struct NoxApDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -84,6 +69,7 @@ struct NoxApDataNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && fetch(path, where); }
 };
 
+// An "addpath" of a "development".
 struct NoxApNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -94,6 +80,7 @@ struct NoxApNode final : NoxXmlNodeInterface {
   }
 };
 
+// A "development".
 struct NoxDevelopmentNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -110,7 +97,7 @@ struct NoxDevelopmentNode final : NoxXmlNodeInterface {
   }
 };
 
-// A "data" of an exclusion: a path that is excluded.
+// A "data" of an "exclude": a path that is excluded.
 struct NoxSecDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -119,6 +106,7 @@ struct NoxSecDataNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && fetch(path); }
 };
 
+// An "exclude" of a "security".
 struct NoxExcludeNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -130,6 +118,7 @@ struct NoxExcludeNode final : NoxXmlNodeInterface {
   }
 };
 
+// A "security".
 struct NoxSecNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -138,7 +127,7 @@ struct NoxSecNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && build(*this, "Error processing exc nodes", excludeNodeList); }
 };
 
-// A "data" of a path map: the front part of paths, and what replaces it.
+// A "data" of a "pathmap": the front part of paths, and what replaces it.
 struct NoxPmDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -148,6 +137,7 @@ struct NoxPmDataNode final : NoxXmlNodeInterface {
   bool process() override { return domNode != nullptr && fetch(front, replaceBy); }
 };
 
+// A "pathmap" of a "deployment".
 struct NoxPmNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -158,6 +148,7 @@ struct NoxPmNode final : NoxXmlNodeInterface {
   }
 };
 
+// A "deployment".
 struct NoxDeploymentNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 
@@ -195,7 +186,7 @@ struct NoxRootNode final : NoxXmlNodeInterface {
 
 using NoxMaster = DocumentTree<NoxRootNode>;
 
-// Builds the project tree over `master.document`; results and messages as for buildTree.
+// Builds the project tree over `master.document`, as buildTree does.
 bool buildNoxMaster(NoxMaster& master);
 
 }  // namespace jexxml

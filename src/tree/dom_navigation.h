@@ -8,8 +8,8 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// A name to look for. Converts each node's name, but not one that it has just converted: a document keeps each of its
-// names once, so that nodes in a row mostly share theirs.
+// A name to look for. Converts each node's name, but caches the last conversion: a document pools its names, so that
+// nodes in a row mostly share theirs.
 class ElementName {
  public:
   ElementName(const char* name) : text(name) {}
@@ -23,11 +23,9 @@ class ElementName {
   mutable bool lastMatched = false;
 };
 
-// A node matches a name when it is an element and its qualified name, in the local code page, is the
-// same byte for byte. Nodes of other kinds are stepped over.
-//
-// A null node, or a name that is null or empty, is reported on the standard error stream as
-// "<function>: supplied ... argument is null."
+// A node matches a name when it is an element and its qualified name, in the local code page, is the same byte for
+// byte. Nodes of other kinds are stepped over. A null node and a null or empty name are reported on the standard error
+// stream.
 
 // Elements in the subtree of `node`, itself included. -1 for a null node.
 int CountAllChildElements(DOMNode* node);

@@ -19,9 +19,8 @@ struct DumpField {
 
 void dumpLine(std::string_view text);
 
-// A line of labels, each with the text of its attribute. The texts are read before anything is written,
-// from the last to the first, so that the notice of an attribute that was never fetched continues the
-// line before.
+// A line of labels, each with the text of its attribute. The texts are read before anything is written, from the last
+// to the first, so that the report of an attribute that was never fetched continues the line before.
 void dumpLine(std::initializer_list<DumpField> fields);
 
 }  // namespace jexxml

@@ -1,7 +1,9 @@
 // NoxXmlNodeInterface: what every node class of the two document trees is.
 //
 // A node class derives directly and publicly from it, and holds, in this order: one NodeAttribute for each attribute,
-// one ChildNodeList for each kind of child.
+// one ChildNodeList for each kind of child. The two members before these, which all classes have, stand here, so that
+// no class repeats them and a constructor for them: each inherits the one below, and the initialisers of its own
+// members, which run after it, refer to them. In memory they come first, as they would in the class itself.
 #ifndef QZJEXXML_TREE_NOX_XML_NODE_INTERFACE_H
 #define QZJEXXML_TREE_NOX_XML_NODE_INTERFACE_H
 

@@ -24,18 +24,16 @@ struct DocumentTree {
   std::unique_ptr<Root> root;  // null until the build creates it
 };
 
-// For use in a handler: writes what kind of exception ended a build.
+// For use in a handler: reports the exception that ended a build, by its kind.
 void reportBuildException();
 
 // Builds the tree over the document's first element, whatever its name; what stands before that
-// element is stepped over. True when the tree may be read: a null root then stands for a document
-// without content. Messages:
+// element is stepped over. True when the tree may be read; a null root then stands for a document without content.
 //
-//   "Error Allocating Common Strings"                      false, no root
-//   "Error Building KIV Root"                              false, with the root
-//   "An error occurred Inside buildKivMaster \n ", for an XMLException followed by
-//   "\nMessage: " and its message; "A DOM error occurred Inside buildKivMaster \n ",
-//   then "DOMException code: " and the code                true, with what was complete before
+//   no document, or none of its nodes is an element   false, no root
+//   no memory for the names; reported                 false, no root
+//   the root's process() returned false; reported     false, with the root
+//   an exception; reported                            true, with what was complete before
 //
 // REQUIRES: `tree.root` is null.
 template <typename Root>
