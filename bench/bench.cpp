@@ -1,32 +1,24 @@
-// Times and peak memory of the library's functions beside the least that the same work costs, and the
-// ratios between them.
+// Times and peak memory of the library's functions beside the same work done otherwise.
 #include "manifests.h"
+#include "measure.h"
 #include "other_readers.h"
 
 #include <qzjexxml/qzjexxml.h>
 
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 #include <sodium.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <iomanip>
-#include <iostream>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace {
 
@@ -152,79 +144,19 @@ void sodiumCalls(const std::string& path) {
 
 void encryptFile(const std::string& path) { EncryptFile(path.c_str(), passphrase); }
 
-// Milliseconds and peaks, by name.
-std::map<std::string, double> measured;
-
-class Collector : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.aggregate_name == "quartile") {
-        measured[run.run_name.function_name] = run.GetAdjustedRealTime();
-      }
-    }
-  }
-};
-
-// Keeps away from slow times, in which the machine did something else, and from single lucky ones.
-double lowerQuartile(const std::vector<double>& times) {
-  std::vector<double> sorted = times;
-  std::ranges::sort(sorted);
-  return sorted[sorted.size() / 4];
-}
-
-void time(const std::string& name, void (*work)(const std::string&), const std::string& path, int repetitions = 25) {
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [work, path](benchmark::State& state) {
-                                 for ([[maybe_unused]] auto iteration : state) {
-                                   // Each work takes its memory afresh, whatever ran before it.
-                                   state.PauseTiming();
-                                   malloc_trim(0);
-                                   state.ResumeTiming();
-                                   work(path);
-                                 }
-                               })
-      ->Unit(benchmark::kMillisecond)
-      ->MinTime(0.1)
-      ->Repetitions(repetitions)
-      ->ComputeStatistics("quartile", lowerQuartile)
-      ->DisplayAggregatesOnly()
-      ->UseRealTime();
-}
-
-// Peak memory in MiB of a process that does nothing but the work.
-double peak(void (*work)(const std::string&), const std::string& path) {
-  const pid_t child = fork();
-  if (child == 0) {
-    work(path);
-    _exit(0);
-  }
-  rusage usage{};
-  wait4(child, nullptr, 0, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024;
-}
-
-void row(const std::string& what, const std::string& beside, double value, double base, const std::string& bar) {
-  std::cout << "| " << what << " | " << beside << " | " << std::fixed << std::setprecision(1) << value << " | " << base
-            << " | " << std::setprecision(2) << value / base << " | " << bar << " |\n";
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  // Before this process takes any memory that its children would inherit.
   const std::string sorted = manifestFile(Shape::sorted, 100'000);
   const std::string unsorted = manifestFile(Shape::unsorted, 100'000);
   const std::string tenth = manifestFile(Shape::unsorted, 10'000);
   const std::string hundredth = manifestFile(Shape::unsorted, 1'000);
   const std::string small = manifestFolder(2'000, 100);
   const std::string large = largeFile();
-  const double loadPeak = peak(load, unsorted);
-  const double parsePeak = peak(bareParse, unsorted);
+  const std::pair sortedPeaks(peak(load, sorted), peak(bareParse, sorted));
+  const std::pair unsortedPeaks(peak(load, unsorted), peak(bareParse, unsorted));
   const double encryptPeak = peak(encryptFile, large);
 
-  benchmark::Initialize(&argc, argv);
   for (const auto& [shape, path] : {std::pair("sorted", &sorted), {"unsorted", &unsorted}}) {
     time(std::string("parse ") + shape, bareParse, *path);
     time(std::string("hand-written ") + shape, handWritten, *path);
@@ -244,27 +176,30 @@ int main(int argc, char* argv[]) {
   time("ReadXmlFile", readXmlFile, large);
   time("sodium", sodiumCalls, large);
   time("EncryptFile", encryptFile, large);
-  Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  run(argc, argv);
 
-  std::cout << "\n| measured (ms, MiB) | beside | measured | beside | ratio | bar |\n|---|---|---|---|---|---|\n";
-  row("load, sorted", "bare parse", measured["load sorted"], measured["parse sorted"], "0.70");
-  row("load, unsorted", "bare parse", measured["load unsorted"], measured["parse unsorted"], "0.80");
-  row("load, sorted", "hand-written", measured["load sorted"], measured["hand-written sorted"], "0.50");
-  row("load, unsorted", "hand-written", measured["load unsorted"], measured["hand-written unsorted"], "0.60");
-  row("load, 1,000 entries", "bare parse", measured["load hundredth"], measured["parse hundredth"], "-");
-  row("load of 100,000 entries", "of 10,000", measured["load unsorted"], measured["load tenth"], "10.5");
-  row("bare parse of 100,000 entries", "of 10,000", measured["parse unsorted"], measured["parse tenth"], "-");
-  row("command, 2,000 files of 100 entries", "each loaded by itself", measured["all shown"], measured["each loaded"],
-      "0.50");
-  row("peak of a load, unsorted", "bare parse", loadPeak, parsePeak, "1.25");
+  printHead("measured");
+  const auto row = [](const std::string& what, const std::string& beside, const char* name, const char* baseName,
+                      const std::string& bar) {
+    printRow(what, beside, milliseconds(name), milliseconds(baseName), bar);
+  };
+  row("load, sorted", "bare parse", "load sorted", "parse sorted", "0.58");
+  row("load, unsorted", "bare parse", "load unsorted", "parse unsorted", "0.72");
+  row("load, sorted", "hand-written", "load sorted", "hand-written sorted", "0.45");
+  row("load, unsorted", "hand-written", "load unsorted", "hand-written unsorted", "0.50");
+  row("load, 1,000 entries", "bare parse", "load hundredth", "parse hundredth", "-");
+  row("load of 100,000 entries", "of 10,000", "load unsorted", "load tenth", "10.0");
+  row("bare parse of 100,000 entries", "of 10,000", "parse unsorted", "parse tenth", "-");
+  row("command, 2,000 files of 100 entries", "each loaded by itself", "all shown", "each loaded", "0.50");
+  printRow("peak of a load, sorted", "bare parse", sortedPeaks.first, sortedPeaks.second, "1.03");
+  printRow("peak of a load, unsorted", "bare parse", unsortedPeaks.first, unsortedPeaks.second, "1.03");
   for (const std::string shape : {"sorted", "unsorted"}) {
     for (const std::string reader : {"libxml2", "pugixml", "SAX"}) {
-      row("load, " + shape, "record filled with " + reader, measured["load " + shape], measured[reader + " " + shape],
-          "-");
+      printRow("load, " + shape, "record filled with " + reader, milliseconds("load " + shape),
+               milliseconds(reader + " " + shape), "-");
     }
   }
-  row("`ReadXmlFile`, 64 MiB", "one `fread`", measured["ReadXmlFile"], measured["fread"], "1.3");
-  row("`EncryptFile`, 64 MiB", "libsodium alone", measured["EncryptFile"], measured["sodium"], "1.25");
-  row("peak of `EncryptFile`", "input, output, 64 MiB", encryptPeak, 3 * 64, "1.1");
+  row("`ReadXmlFile`, 64 MiB", "one `fread`", "ReadXmlFile", "fread", "1.3");
+  row("`EncryptFile`, 64 MiB", "libsodium alone", "EncryptFile", "sodium", "1.25");
+  printRow("peak of `EncryptFile`", "input, output, 64 MiB", encryptPeak, 3 * 64, "1.1");
 }

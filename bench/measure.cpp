@@ -1,0 +1,107 @@
+#include "measure.h"
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <limits>
+#include <map>
+#include <vector>
+
+namespace bench {
+namespace {
+
+std::map<std::string, double> measured;  // milliseconds, by name
+
+class Collector : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      if (run.aggregate_name == "quartile") {
+        measured[run.run_name.function_name] = run.GetAdjustedRealTime();
+      }
+    }
+  }
+};
+
+double lowerQuartile(const std::vector<double>& times) {
+  std::vector<double> sorted = times;
+  std::ranges::sort(sorted);
+  return sorted[sorted.size() / 4];
+}
+
+benchmark::internal::Benchmark* registered(const std::string& name, int repetitions, const auto& iterations) {
+  return benchmark::RegisterBenchmark(name.c_str(), iterations)
+      ->Unit(benchmark::kMillisecond)
+      ->Repetitions(repetitions)
+      ->ComputeStatistics("quartile", lowerQuartile)
+      ->DisplayAggregatesOnly();
+}
+
+}  // namespace
+
+void time(const std::string& name, Work work, const std::string& path, int repetitions) {
+  registered(name, repetitions,
+             [work, path](benchmark::State& state) {
+               for ([[maybe_unused]] auto iteration : state) {
+                 state.PauseTiming();
+                 malloc_trim(0);
+                 state.ResumeTiming();
+                 work(path);
+               }
+             })
+      ->MinTime(0.1)
+      ->UseRealTime();
+}
+
+void timePart(const std::string& name, PartOfWork work, const std::string& path) {
+  constexpr int repetitions = 25;
+  registered(name, repetitions,
+             [work, path](benchmark::State& state) {
+               for ([[maybe_unused]] auto iteration : state) {
+                 malloc_trim(0);
+                 state.SetIterationTime(work(path));
+               }
+             })
+      ->Iterations(1)
+      ->UseManualTime();
+}
+
+void run(int argc, char* argv[]) {
+  benchmark::Initialize(&argc, argv);
+  Collector collector;
+  benchmark::RunSpecifiedBenchmarks(&collector);
+}
+
+double milliseconds(const std::string& name) {
+  const auto found = measured.find(name);
+  return found == measured.end() ? std::numeric_limits<double>::quiet_NaN() : found->second;
+}
+
+double peak(Work work, const std::string& path) {
+  const pid_t child = fork();
+  if (child == 0) {
+    work(path);
+    _exit(0);
+  }
+  rusage usage{};
+  wait4(child, nullptr, 0, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+void printHead(const std::string& what) {
+  std::cout << "\n| " << what << " (ms, MiB) | beside | measured | beside | ratio | bar |\n|---|---|---|---|---|---|\n";
+}
+
+void printRow(const std::string& what, const std::string& beside, double value, double base, const std::string& bar) {
+  std::cout << "| " << what << " | " << beside << " | " << std::fixed << std::setprecision(1) << value << " | " << base
+            << " | " << std::setprecision(2) << value / base << " | " << bar << " |\n";
+}
+
+}  // namespace bench

@@ -1,0 +1,36 @@
+// Timing works and parts of works, and printing them as rows of a table beside something else.
+#ifndef QZJEXXML_BENCH_MEASURE_H
+#define QZJEXXML_BENCH_MEASURE_H
+
+#include <string>
+
+namespace bench {
+
+using Work = void (*)(const std::string& path);
+
+// Does a work and returns the seconds that a part of it took.
+using PartOfWork = double (*)(const std::string& path);
+
+// Registers a work to be timed on a file, under a name for milliseconds(). Each of the repetitions takes its memory
+// afresh from the system, whatever ran before it.
+void time(const std::string& name, Work work, const std::string& path, int repetitions = 25);
+void timePart(const std::string& name, PartOfWork work, const std::string& path);
+
+// Runs what was registered, as the arguments of Google Benchmark say.
+void run(int argc, char* argv[]);
+
+// What a run took in real time, as a lower quartile: away from slow times, in which the machine did something else, and
+// from single lucky ones. NaN for what the arguments left out.
+double milliseconds(const std::string& name);
+
+// Peak memory in MiB of a process that does nothing but the work. To be called before this process takes any memory
+// that its children would inherit.
+double peak(Work work, const std::string& path);
+
+// A table of values, what each is beside, and their ratios; `bar` is what a ratio has to stay below.
+void printHead(const std::string& what);
+void printRow(const std::string& what, const std::string& beside, double value, double base, const std::string& bar);
+
+}  // namespace bench
+
+#endif  // QZJEXXML_BENCH_MEASURE_H

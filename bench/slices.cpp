@@ -1,0 +1,159 @@
+// What the slices of a load cost, each beside the least that it could cost.
+#include "document/parse_document.h"
+#include "manifest/populate_kiv_data.h"
+#include "manifests.h"
+#include "measure.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace bench;
+
+// The seconds that `part` takes.
+double secondsOf(const auto& part) {
+  const auto begin = std::chrono::steady_clock::now();
+  part();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+double reading(const std::string& path) {
+  KIVByteArray bytes;
+  return secondsOf([&] { ReadXmlFile(path.c_str(), bytes); });
+}
+
+// With one read into a fresh block.
+double readingAtLeast(const std::string& path) {
+  std::unique_ptr<char[]> block;
+  return secondsOf([&] {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status {};
+    if (fstat(file, &status) != 0) {
+      std::abort();
+    }
+    const auto size = static_cast<std::size_t>(status.st_size);
+    block.reset(new char[size]);
+    if (read(file, block.get(), size) != status.st_size) {
+      std::abort();
+    }
+    close(file);
+  });
+}
+
+// What is parsed: a manifest's bytes.
+struct Source {
+  explicit Source(const std::string& path) {
+    ReadXmlFile(path.c_str(), bytes);
+    input.emplace(reinterpret_cast<const XMLByte*>(bytes.data), bytes.length, "bench");
+    input->setCopyBufToStream(false);
+  }
+
+  KIVByteArray bytes;
+  std::optional<xercesc::MemBufInputSource> input;
+};
+
+// A document, parsed as a load parses it.
+struct Document {
+  explicit Document(const std::string& path) : source(path) {
+    seconds = secondsOf([this] { document = jexxml::parseDocument(*source.input, source.bytes.length); });
+  }
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+  ~Document() {
+    jexxml::gParser.reset();
+    jexxml::gErrorReporter.reset();
+  }
+
+  Source source;
+  jexxml::DOMNode* document = nullptr;
+  double seconds = 0;
+};
+
+double parsing(const std::string& path) { return Document(path).seconds; }
+
+// The parser library without a document.
+double parsingAtLeast(const std::string& path) {
+  const Source source(path);
+  xercesc::SAXParser parser;
+  parser.setDoNamespaces(true);
+  parser.setValidationScheme(xercesc::SAXParser::Val_Auto);
+  return secondsOf([&] { parser.parse(*source.input); });
+}
+
+double filling(const std::string& path) {
+  const Document parsed(path);
+  KIVData record;
+  jexxml::KivMaster master{parsed.document, nullptr};
+  jexxml::buildKivMaster(master);
+  return secondsOf([&] { jexxml::populateKivData(master, record); });
+}
+
+// From ready strings in the order of the record.
+double fillingAtLeast(const std::string& path) {
+  std::vector<std::pair<std::string, std::string>> files;
+  KIVData* loaded = nullptr;
+  InitKIVData(path.c_str(), &loaded);
+  for (const auto& [source, entry] : loaded->fileMap) {
+    files.emplace_back(source, entry.target);
+  }
+  TermKIVData(&loaded);
+  KIVData record;
+  return secondsOf([&] {
+    for (const auto& [source, target] : files) {
+      FileMapEntry& entry = record.fileMap.try_emplace(record.fileMap.end(), source)->second;
+      entry.target = target;
+      entry.holder.isDefault = false;
+    }
+  });
+}
+
+struct Slice {
+  const char* name;
+  PartOfWork work;
+  const char* leastName;
+  PartOfWork least;
+};
+
+constexpr Slice slices[] = {
+    {"reading", reading, "one `read` into a fresh block", readingAtLeast},
+    {"parsing", parsing, "the parser library without a document", parsingAtLeast},
+    {"the record", filling, "a record filled from ready strings", fillingAtLeast},
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  xercesc::XMLPlatformUtils::Initialize();
+  const std::pair<std::string, std::string> files[] = {{"sorted", manifestFile(Shape::sorted, 100'000)},
+                                                       {"unsorted", manifestFile(Shape::unsorted, 100'000)}};
+  for (const auto& [shape, path] : files) {
+    for (const Slice& slice : slices) {
+      timePart(slice.name + (", " + shape), slice.work, path);
+      timePart(slice.leastName + (", " + shape), slice.least, path);
+    }
+  }
+  run(argc, argv);
+  printHead("slice of a load");
+  for (const Slice& slice : slices) {
+    for (const auto& [shape, path] : files) {
+      printRow(slice.name + (", " + shape), slice.leastName, milliseconds(slice.name + (", " + shape)),
+               milliseconds(slice.leastName + (", " + shape)), "-");
+    }
+  }
+  xercesc::XMLPlatformUtils::Terminate();
+}
