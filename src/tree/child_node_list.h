@@ -14,8 +14,8 @@ namespace jexxml {
 // T is a node class. Owns its nodes.
 template <typename T>
 struct ChildNodeList {
-  // `name` is the children's, and outlives the list.
-  explicit ChildNodeList(const char* name) : elementName(name) {}
+  // `name` is the children's.
+  explicit ChildNodeList(XmlName name) : elementName(xmlNames[name.index]) {}
 
   // Creates, processes and appends a node for each child of `element` that is named so, in document
   // order. A child whose processing fails stays. False, without a message, for a null `element`.
