@@ -23,6 +23,8 @@ struct Folder {
 
 const Folder folder;
 
+}  // namespace
+
 void writeManifest(std::ostream& stream, Shape shape, int entries) {
   std::minstd_rand random(1);
   stream << "<doc_root type=\"archive\"><kiv application=\"bench\"><filemap>\n";
@@ -43,8 +45,6 @@ void writeManifest(std::ostream& stream, Shape shape, int entries) {
   }
   stream << "</filemap></kiv></doc_root>\n";
 }
-
-}  // namespace
 
 std::string manifestFile(Shape shape, int entries) {
   std::string path = folder.path / ((shape == Shape::sorted ? "sorted-" : "unsorted-") + std::to_string(entries));

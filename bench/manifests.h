@@ -2,6 +2,7 @@
 #ifndef QZJEXXML_BENCH_MANIFESTS_H
 #define QZJEXXML_BENCH_MANIFESTS_H
 
+#include <iosfwd>
 #include <string>
 
 namespace bench {
@@ -10,6 +11,8 @@ enum class Shape {
   sorted,   // short names in order, 1,000 files to a root
   unsorted  // long distinct names in no order, 1 to 400 files to a root, about 90 bytes a file
 };
+
+void writeManifest(std::ostream& stream, Shape shape, int entries);
 
 // Writes a manifest of so many file-map entries into a temporary folder, which is removed at the end of the
 // program, and returns its path.
