@@ -1,12 +1,11 @@
-// DOM walking, and the node framework and the node classes over it.
-#include "manifest/kiv_nodes.h"
+// DOM walking, and the attributes of nodes.
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
+#include "tree/node_attribute.h"
+#include "tree/xml_common_strings.h"
 
 #include <gtest/gtest.h>
 #include <xercesc/dom/DOM.hpp>
-
-#include <string>
 
 namespace jexxml {
 namespace {
@@ -43,21 +42,6 @@ TEST(NodeAttribute, TellsAbsentFromEmpty) {
   EXPECT_TRUE(absent.missing && !empty.missing && !present.missing);
   EXPECT_TRUE(absent.nodeType == 0 && empty.nodeType == DOMNode::ATTRIBUTE_NODE && *empty.nodeName == u'n');
   EXPECT_EQ(captured.take(), "");
-}
-
-TEST(ChildNodeList, HoldsMatchingChildrenInOrder) {
-  const ParsedDocument parsed("<r>t<data path='1'/><x/><data path='2'/><!-- c --></r>");
-  const XmlCommonStrings strings;
-  ChildNodeList<KivVpDataNode> list("data");
-  EXPECT_EQ(list.at(0), nullptr);
-  EXPECT_TRUE(list.build(parsed.root(), &strings) && list.build(parsed.root(), &strings));
-  std::string paths;
-  for (auto& node : list) {
-    paths += node.path.getText();
-  }
-  EXPECT_EQ(paths, "1212");
-  EXPECT_EQ(list.at(list.size() - 1)->path.getText(), "2");
-  EXPECT_TRUE(list.at(4) == nullptr && list.at(-1) == nullptr);
 }
 
 }  // namespace
