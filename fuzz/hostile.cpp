@@ -1,7 +1,7 @@
-// Loads each hostile document in a process of its own, and prints the ten dearest at each size with what they cost and how
-// they ended. Exits with 1 when one costs more than it may: processor time, memory, or characters of messages.
-// Arguments: nothing, or a part of the documents' names, of which then all are printed; with --print SIZE, the documents
-// themselves.
+// Loads each hostile document in a process of its own, and prints the ten dearest at each size with what they cost and
+// how they ended. Exits with 1 when one costs more than it may: processor time, memory, or characters of messages.
+// Arguments: nothing, or a part of the documents' names, of which then all are printed; with --print SIZE, the
+// documents themselves.
 #include "hostile_documents.h"
 
 #include <qzjexxml/qzjexxml.h>
@@ -77,9 +77,8 @@ std::string reason(const std::string& messages) {
 }
 
 void print(const Cost& cost, const Bound& bound) {
-  std::printf("%4zu KiB %6.2f s %5.0f MiB %7zu characters  %s: %s%s\n", bound.size >> 10U, cost.seconds,
-              cost.mebibytes, cost.messages.size(), cost.name.c_str(), cost.survived ? "" : "KILLED ",
-              reason(cost.messages).c_str());
+  std::printf("%4zu KiB %6.2f s %5.0f MiB %7zu characters  %s: %s%s\n", bound.size >> 10U, cost.seconds, cost.mebibytes,
+              cost.messages.size(), cost.name.c_str(), cost.survived ? "" : "KILLED ", reason(cost.messages).c_str());
 }
 
 }  // namespace

@@ -13,7 +13,6 @@
 #include <xercesc/util/KVStringPair.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
-#include <xercesc/validators/DTD/DTDAttDefList.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
 #include <algorithm>
@@ -29,7 +28,7 @@ namespace {
 
 // Steps of work. What takes memory is charged for that too.
 constexpr std::uint64_t elementSteps = 500;
-constexpr std::uint64_t attributeSteps = 400;
+constexpr std::uint64_t attributeSteps = 300;
 constexpr std::uint64_t declarationSteps = 1'000;
 constexpr std::uint64_t entitySteps = 5'000;    // the parser library ends each by an exception of its own
 constexpr std::uint64_t readerSteps = 500'000;  // of one more than were ever open: it has buffers of 160 KiB
@@ -37,7 +36,7 @@ constexpr std::uint64_t entityCharacterSteps = 32;
 constexpr std::uint64_t valueCharacterSteps = 8;
 constexpr std::uint64_t namespaceCharacterSteps = 40;
 constexpr std::uint64_t definitionSteps = 24;
-constexpr std::uint64_t comparisonSteps = 4;
+constexpr std::uint64_t comparisonSteps = 8;
 constexpr std::uint64_t visitSteps = 16;  // of a name in a bucket
 constexpr std::uint64_t errorSteps = 5'000;
 
@@ -56,8 +55,7 @@ std::size_t blockOf() {
 
 const std::size_t readerBlock = blockOf<xercesc::XMLReader>();
 const std::size_t streamBlock = blockOf<xercesc::BinMemInputStream>();
-const std::size_t attributeBlock = blockOf<xercesc::KVStringPair>();
-const std::size_t definitionsBlock = blockOf<xercesc::DTDAttDefList>();
+const std::size_t pairBlock = blockOf<xercesc::KVStringPair>();
 const std::size_t declarationBlock = blockOf<xercesc::DTDElementDecl>();
 const std::size_t identifierBlock = blockOf<xercesc::XMLRefInfo>();
 
@@ -135,7 +133,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
 
 // `others` is what an attribute is compared with: those of its tag, and the definitions of its element.
 std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) {
-  constexpr std::uint64_t inANameTable = 2 * visitSteps;
+  constexpr std::uint64_t inANameTable = visitSteps;
   const std::uint64_t value = XMLString::stringLen(attribute.getValue());
   std::uint64_t steps = attributeSteps +
                         (comparisonSteps + XMLString::stringLen(attribute.getQName())) * (inANameTable + others) +
@@ -146,7 +144,7 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uin
     case XMLAttDef::IDRefs:
     case XMLAttDef::Entity:
     case XMLAttDef::Entities:
-      steps += inANameTable * value;
+      steps += 2 * visitSteps * value;
       break;
     case XMLAttDef::Notation:
     case XMLAttDef::Enumeration:
@@ -213,7 +211,7 @@ void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, b
 // Warnings cost as much, but nobody sees them.
 void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
                            const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) {
-  charge(errorSteps);
+  spend(errorSteps);
   if (type != ErrType_Warning) {
     hold(++errors, errorLimit);
     errorText += XMLString::stringLen(text);
@@ -223,10 +221,11 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
 }
 
 void DocumentParser::checkAllocation(std::size_t size) {
+  ++allocations;
   if (size == readerBlock) {
     openReader();
-  } else if (size == attributeBlock) {
-    countAttribute();
+  } else if (size == pairBlock) {
+    countPair();
   } else if (size == identifierBlock) {
     checkIdentifiers();
   } else if (size == declarationBlock) {
@@ -262,7 +261,7 @@ void DocumentParser::openReader() {
     refuse(u"entities are not read with this version of the parser library");
     return;
   }
-  newAttributes -= streamBlock == attributeBlock && newAttributes > 0 ? 1 : 0;
+  ++newAttributes;  // which may have one each, and are not seen then
   const auto* object = static_cast<const std::byte*>(block) + (streamBlock - sizeof(xercesc::BinMemInputStream));
   const std::uint64_t characters =
       reinterpret_cast<const xercesc::BinMemInputStream*>(object)->getSize() / sizeof(XMLCh);
@@ -274,16 +273,22 @@ void DocumentParser::openReader() {
   }
 }
 
-// An attribute of the tag that is being read, at a place where no tag has had one so far. Each may be compared with all
-// others and with the definitions of its element, and its prefix with all that are in scope. A block of that size after
-// a list of definitions belongs to that; each declared element has one.
-void DocumentParser::countAttribute() {
-  if (memory.newestBlock().second == definitionsBlock && ++definitionLists <= declaredElements.size()) {
+// A block of the size of a pair, the name and the value of an attribute that the tag being read has at a place where no
+// tag had one so far. Each may be compared with all others and with the definitions of its element, and its prefix with
+// all that are in scope; the charge in the callback is higher. Other blocks have that size too, but pairs follow each
+// other with two blocks between, name and value, or three where the list of pairs grows.
+void DocumentParser::countPair() {
+  constexpr std::size_t period = 3;
+  constexpr std::uint64_t inFlightSteps = 3;
+  const std::size_t distance = allocations - pairAllocation;
+  if (distance < period) {
     return;
   }
-  const std::uint64_t attributes = mostAttributes + ++newAttributes;
+  pairAllocation = allocations;
+  newAttributes += distance <= period + 1 ? 1 : 0;
+  const std::uint64_t attributes = mostAttributes + newAttributes;
   const std::uint64_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
-  hold(work + attributes * (visitSteps * (attributes / 2 + mostDefinitions) + depth + mappings), budgets.work);
+  hold(work + attributes * (inFlightSteps * (attributes + 2 * mostDefinitions) + depth + mappings), budgets.work);
 }
 
 void DocumentParser::checkIdentifiers() {

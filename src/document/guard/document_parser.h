@@ -71,7 +71,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void checkMemory(std::size_t more);
   void countDeallocation(std::size_t size);
   void openReader();
-  void countAttribute();
+  void countPair();
   void checkIdentifiers();
   void declare(NameTable& table, std::u16string_view name);
   void charge(std::uint64_t steps);
@@ -96,8 +96,9 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   // Allocated since the last callback.
   std::size_t newAttributes = 0;
   std::size_t newDeclarations = 0;
-  std::size_t definitionLists = 0;  // ever
-  std::size_t newIdentifiers = 0;   // since the table was last looked through
+  std::size_t allocations = 0;     // ever
+  std::size_t pairAllocation = 0;  // which of them was the last that may be a pair
+  std::size_t newIdentifiers = 0;  // since the table was last looked through
 
   std::size_t depth = 0;
   std::vector<std::size_t> mappingsInScope;  // of prefixes to namespaces, by depth
