@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways.
-# Arguments: build folder, sources, compiler, its flags in one word, toolchain file or nothing, then the words
+# Arguments: build folder, sources, folder of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
 # that run a program.
 set -euo pipefail
-build=$1 source=$2 compiler=$3 flags=$4 toolchain=$5
-shift 5
+build=$1 source=$2 libraries=$3 compiler=$4 flags=$5 toolchain=$6
+shift 6
 runner=("$@")
 run() { "${runner[@]}" "$@"; }
 scratch=$(mktemp -d)
@@ -19,13 +19,13 @@ done
 
 run "$prefix/bin/qzjexxml" manifest "$source/examples/manifest.xml" | grep -q 'TABULA_VAR .*= /var/lib/tabula'
 
-cmake -G Ninja -S "$source/examples/consumer" -B "$scratch/consumer" -Dqzjexxml_DIR="$prefix/lib/cmake/qzjexxml" \
+cmake -G Ninja -S "$source/examples/consumer" -B "$scratch/consumer" -Dqzjexxml_DIR="$prefix/$libraries/cmake/qzjexxml" \
   ${toolchain:+-DCMAKE_TOOLCHAIN_FILE="$toolchain"} -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$scratch/consumer" >/dev/null
-export PKG_CONFIG_LIBDIR=$prefix/lib/pkgconfig
+export PKG_CONFIG_LIBDIR=$prefix/$libraries/pkgconfig
 # shellcheck disable=SC2046,SC2086
 "$compiler" $flags -std=c++17 "$source/examples/consumer/consumer.cpp" -o "$scratch/by-pkg-config" \
-  $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/lib"
+  $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
 for consumer in "$scratch/consumer/consumer" "$scratch/by-pkg-config"; do
   run "$consumer" "$source/examples/manifest.xml" | grep -q 'TABULA_VAR = /var/lib/tabula'
 done
