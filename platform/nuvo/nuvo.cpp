@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 #include <langinfo.h>
+#include <utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -10,6 +11,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -17,12 +20,49 @@
 
 namespace {
 
-constexpr const char* utf16 = "UTF-16LE";
+constexpr std::string_view utf8Name = "UTF-8";
+constexpr const char* utf16Name = "UTF-16LE";
 constexpr std::size_t escapeLength = 6;  // \uHHHH
 
 const char* localCodePage() {
   const std::string_view locale = nl_langinfo(_NL_LOCALE_NAME(LC_CTYPE));
-  return locale == "C" || locale == "POSIX" ? "UTF-8" : nl_langinfo(CODESET);
+  return locale == "C" || locale == "POSIX" ? utf8Name.data() : nl_langinfo(CODESET);
+}
+
+bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+
+bool isPair(std::u16string_view text) {
+  return text.size() > 1 && isHighSurrogate(text[0]) && isSurrogate(text[1]) && !isHighSurrogate(text[1]);
+}
+
+// Conversions as those of Conversion, for the code page UTF-8. They need no module of iconv, which a small system
+// may lack.
+bool appendAsUtf8(std::string& output, std::u16string_view& input) {
+  std::size_t end = 0;
+  while (end < input.size()) {
+    if (!isSurrogate(input[end])) {
+      ++end;
+    } else if (isPair(input.substr(end))) {
+      end += 2;
+    } else {
+      break;
+    }
+  }
+  const std::size_t before = output.size();
+  output.resize(before + 3 * end);  // a unit takes three bytes at most
+  const char* last = utf8::unchecked::utf16to8(input.data(), input.data() + end, output.data() + before);
+  output.resize(static_cast<std::size_t>(last - output.data()));
+  input.remove_prefix(end);
+  return input.empty();
+}
+
+bool appendFromUtf8(std::u16string& output, std::string_view& input) {
+  const char* end = utf8::find_invalid(input.data(), input.data() + input.size());
+  utf8::unchecked::utf8to16(input.data(), end, std::back_inserter(output));
+  input.remove_prefix(static_cast<std::size_t>(end - input.data()));
+  return input.empty();
 }
 
 // A conversion descriptor. A pair of code pages that iconv does not know gives one that converts nothing.
@@ -44,7 +84,7 @@ class Conversion {
     if (!isOpen()) {
       return false;
     }
-    iconv(descriptor, nullptr, nullptr, nullptr, nullptr);
+    iconv(descriptor, nullptr, nullptr, nullptr, nullptr);  // an exception may have ended the conversion before
     char* in = const_cast<char*>(reinterpret_cast<const char*>(input.data()));
     std::size_t inLeft = input.size() * sizeof(From);
     const bool whole = appendChunks(output, &in, &inLeft);
@@ -74,19 +114,41 @@ class Conversion {
   iconv_t descriptor;
 };
 
-struct CodePage {
-  explicit CodePage(const char* codeset) : name(codeset), fromUtf16(codeset, utf16), toUtf16(utf16, codeset) {}
+struct IconvConversions {
+  explicit IconvConversions(const char* codeset) : fromUtf16(codeset, utf16Name), toUtf16(utf16Name, codeset) {}
 
-  std::string name;
   Conversion fromUtf16;
   Conversion toUtf16;
+};
+
+class CodePage {
+ public:
+  explicit CodePage(const char* codeset) : name(codeset) {
+    if (name != utf8Name) {
+      iconv = std::make_unique<IconvConversions>(codeset);
+    }
+  }
+
+  bool isNamed(const char* codeset) const { return name == codeset; }
+
+  // As Conversion::append, from UTF-16 and to it.
+  bool append(std::string& output, std::u16string_view& input) const {
+    return iconv ? iconv->fromUtf16.append(output, input) : appendAsUtf8(output, input);
+  }
+  bool append(std::u16string& output, std::string_view& input) const {
+    return iconv ? iconv->toUtf16.append(output, input) : appendFromUtf8(output, input);
+  }
+
+ private:
+  std::string name;
+  std::unique_ptr<const IconvConversions> iconv;  // null for UTF-8
 };
 
 // The calling thread's code page; its descriptors stay open until the thread uses another one.
 const CodePage& currentCodePage() {
   thread_local std::optional<CodePage> current;
   const char* name = localCodePage();
-  if (!current || current->name != name) {
+  if (!current || !current->isNamed(name)) {
     current.emplace(name);
   }
   return *current;
@@ -97,14 +159,10 @@ bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 // ASCII that cannot begin what reads as an escape.
 bool isPlain(char16_t unit) { return unit < 0x80 && unit != u'\\'; }
 
-bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
-
-bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-
 bool isRepresentable(char16_t unit, const CodePage& codePage) {
   std::string converted;
   std::u16string_view text(&unit, 1);
-  return !isSurrogate(unit) && codePage.fromUtf16.append(converted, text);
+  return codePage.append(converted, text);
 }
 
 std::string escape(char16_t unit) {
@@ -156,15 +214,11 @@ std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) 
     // A run ends before the next backslash, which may begin a literal escape.
     std::u16string_view run = text.substr(0, text.find(u'\\', 1));
     text.remove_prefix(run.size());
-    while (!run.empty() && !codePage.fromUtf16.append(converted, run)) {
+    while (!run.empty() && !codePage.append(converted, run)) {
       if (run.front() < 0x80) {  // only where nothing at all can be converted
         converted += static_cast<char>(run.front());
       } else {
         converted += escape(run.front());
-        if (isHighSurrogate(run.front()) && run.size() > 1 && isSurrogate(run[1]) && !isHighSurrogate(run[1])) {
-          run.remove_prefix(1);
-          converted += escape(run.front());
-        }
       }
       run.remove_prefix(1);
     }
@@ -217,7 +271,7 @@ char16_t* lcp_to_utf16(const char* text, int length) {
     return newTextOfAscii<char16_t>(view);
   }
   std::u16string converted;
-  return currentCodePage().toUtf16.append(converted, view) ? newText(converted) : nullptr;
+  return currentCodePage().append(converted, view) ? newText(converted) : nullptr;
 }
 
 char* utf16_to_lcp(const char16_t* text, int length) {
