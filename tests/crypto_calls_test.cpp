@@ -78,6 +78,9 @@ TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
   EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
   EXPECT_EQ(handedOver, expected);
   EXPECT_EQ(wiped, "p\xE9|result|");
+  wiped.clear();
+  delete[] DecryptXmlFile(file.c_str(), phrase);
+  EXPECT_EQ(wiped, "p\xE9|result|");
   KIVByteArray output("old", 3);
   char noPhrase[] = "";
   EXPECT_TRUE(DecryptXmlFile(file.c_str(), output, noPhrase));

@@ -1,7 +1,7 @@
 // KIVData: the record of one archive manifest, and the types of its members.
 //
 // The record is built from std::map, std::vector and std::string, so a consumer uses the same compiler
-// and standard library as this library. The order of the fields is part of the interface.
+// and standard library as this library, in the same modes. The order of the fields is part of the interface.
 #ifndef QZJEXXML_KIV_DATA_H
 #define QZJEXXML_KIV_DATA_H
 
@@ -10,6 +10,14 @@
 #include <map>
 #include <string>
 #include <vector>
+
+// Programs in these modes of libstdc++ have other containers and strings. They would link, and crash.
+#if defined(_GLIBCXX_DEBUG)
+#error "libqzjexxml is built without _GLIBCXX_DEBUG: its record has containers of another layout"
+#endif
+#if defined(_GLIBCXX_USE_CXX11_ABI) && !_GLIBCXX_USE_CXX11_ABI
+#error "libqzjexxml is built with _GLIBCXX_USE_CXX11_ABI=1: its record has strings of another layout"
+#endif
 
 // A NUL-terminated text that the holder may own.
 class CStringHolder {

@@ -64,8 +64,8 @@ class QZJEXXML_EXPORT KIVFileReader {
   // reader's end, and may be moved from.
   //
   // The array is empty when the stream is missing, closed, not good or cannot be sized (a pipe), when
-  // the file is empty or of 2 GiB or more, and when reading fails; it is never partly filled. Of a
-  // file that shrinks meanwhile it holds what was left.
+  // the file is empty or of 2 GiB or more, and when reading fails (a folder); it is never partly filled.
+  // Of a file that shrinks meanwhile it holds what was left.
   virtual KIVByteArray& readAll() {
     error = 0;
     return readAll(KIVReadParam());
@@ -119,10 +119,14 @@ class QZJEXXML_EXPORT KIVFileReader {
 
   bool streamIsGood() const { return stream != nullptr && stream->is_open() && stream->good(); }
 
-  // The next `size` bytes of the stream, or all up to the end of a file that has become shorter;
-  // none when reading fails, which leaves the stream's bad flag set.
+  // The next `size` bytes of the stream, or all up to the end of a file that has become shorter; none when
+  // reading fails, which leaves the stream's bad flag set unless not even the first byte can be read.
   KIVByteArray readBlock(std::uint32_t size) {
     KIVByteArray block;
+    if (stream->peek() == std::ifstream::traits_type::eof()) {  // a folder, whose size may be 2 GiB
+      stream->clear();
+      return block;
+    }
     block.data = new char[size];
     block.length = size;
     stream->read(block.data, static_cast<std::streamsize>(size));
