@@ -28,4 +28,5 @@ export PKG_CONFIG_LIBDIR=$prefix/$libraries/pkgconfig
   $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
 for consumer in "$scratch/consumer/consumer" "$scratch/by-pkg-config"; do
   run "$consumer" "$source/examples/manifest.xml" | grep -q 'TABULA_VAR = /var/lib/tabula'
+  { run "$consumer" nowhere.xml 2>&1 || true; } | grep -q '^nowhere.xml: Could not open file: nowhere.xml'
 done
