@@ -3,6 +3,17 @@
 //
 // Diagnostics are lines on the standard error stream (std::cerr), whose texts stand with each function.
 //
+// Threads: one load at a time in the whole process; TermKIVData, TermNOXData and the functions on files run beside
+// it and beside each other, as long as no argument and no file is shared. The library starts no threads.
+//
+// Texts of a record are in the code page of the calling thread's LC_CTYPE locale, and so are texts of the document in
+// messages. In the "C" locale, which a program has that never calls setlocale, it is UTF-8. A character that the code
+// page lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
+//
+// A load in an atexit handler, or in the destructor of a static object, works only if that was registered, or
+// constructed, after the process's first load: libraries below the parser library end in handlers of their own,
+// which they register in that load.
+//
 // When memory runs out, std::bad_alloc reaches the caller, with everything released that the call made, but
 // for what a load says it was building at the time: "An error occurred during parsing" and "An error occurred
 // Inside buildKivMaster" may have that cause. A load that ran out of memory while the parser library was
@@ -29,7 +40,8 @@
 // Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load fails:
 // a load that succeeds writes nothing to the standard error stream, one that fails writes why, and that is how
 // a caller learns it. A program that has to know replaces the buffer of std::cerr for the time of the call and
-// looks whether anything was written, as the qzjexxml command does.
+// looks whether anything was written, as examples/consumer does. That buffer is the whole process's: no other thread
+// may write to std::cerr meanwhile.
 //
 // After a failure the record is empty; after an exception during the build it holds what was complete before.
 // The library calls every document "JexXml", whatever the file's name. Messages:
@@ -103,7 +115,8 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 
 // ---- Encrypting files
 //
-// A passphrase is a NUL-terminated text of any bytes, which is not modified. Copies of passphrases and
+// A passphrase is a NUL-terminated text of any bytes, which is not modified. The stand-in of this project refuses an
+// empty one, as it refuses a wrong one: without a message. Copies of passphrases and
 // plaintexts that the functions make are wiped; what they hand out is the caller's to wipe. All are thread-safe
 // as long as no array or file is shared.
 
