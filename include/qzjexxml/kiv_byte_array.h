@@ -14,8 +14,8 @@
 
 // A record of 20 bytes on 32-bit x86. An array of length 0 holds no block: its `data` is null.
 //
-// Blocks come from new[] and go back with delete[], and an array frees its block only when `owns` is
-// set. Who stores a block here allocates it with new[] of the same C++ runtime, or clears `owns`.
+// Blocks are allocated with new[] and freed with delete[]. An array frees its block only when `owns` is set:
+// who stores a block here allocates it with new[] of the same C++ runtime, or clears `owns`.
 //
 // Not synchronised. Functions that allocate throw std::bad_alloc and then leave *this as it was.
 class QZJEXXML_EXPORT KIVByteArray {
@@ -31,13 +31,13 @@ class QZJEXXML_EXPORT KIVByteArray {
     }
   }
 
-  // Copies the bytes into a block of its own, which it owns whoever owns the other's.
+  // A deep copy: it owns its block, also where the other does not.
   KIVByteArray(const KIVByteArray& other) : KIVByteArray(other.data, other.holdsData() ? other.length : 0) {}
 
-  // Takes the other's block, and with it the duty to free it; the other is empty afterwards.
+  // Takes over the other's block, with its ownership; the other is empty afterwards.
   KIVByteArray(KIVByteArray&& other) noexcept { take(other); }
 
-  // Frees the block held so far; assigning an empty array empties the target.
+  // Frees the block held before. Assigning an empty array empties the target.
   KIVByteArray& operator=(const KIVByteArray& other) {
     if (this != &other) {
       *this = KIVByteArray(other);
@@ -55,16 +55,16 @@ class QZJEXXML_EXPORT KIVByteArray {
 
   virtual ~KIVByteArray() { freeBlock(); }
 
-  // Frees the block if the array owns one, and leaves the array as it was when constructed empty.
+  // Frees the block if the array owns it, and resets all fields to those of an empty array.
   virtual void clear() {
     freeBlock();
     forgetBlock();
   }
 
-  // The fields are read and written by everyone who works with arrays.
+  // Callers and the crypto library read and write the fields directly.
   char* data = nullptr;
   std::uint32_t length = 0;    // bytes in the block; no terminating NUL is stored or counted
-  std::uint32_t reserved = 0;  // part of the layout, without meaning here
+  std::uint32_t reserved = 0;  // part of the layout, not used by this library
   bool owns = true;            // the array frees the block itself
 
  private:

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// Programs in these modes of libstdc++ have other containers and strings. They would link, and crash.
+// These modes of libstdc++ change the layout of containers and strings. A program in one of them would link, and crash.
 #if defined(_GLIBCXX_DEBUG)
 #error "libqzjexxml is built without _GLIBCXX_DEBUG: its record has containers of another layout"
 #endif
@@ -36,9 +36,9 @@ class CStringHolder {
 
   ~CStringHolder() { freeText(); }
 
-  // Gives up the text held so far and holds `text`, which may be null: a copy of its own in a block
-  // from new[] when `copy` is true, else the pointer, which must then outlive its use. `isDefault`
-  // stays as it is. Throws std::bad_alloc and then leaves the holder as it was.
+  // Replaces the text held. `text` may be null; it is copied into a block from new[] when `copy` is true, else only
+  // the pointer is stored, and the text must outlive its use. Does not change `isDefault`. Throws std::bad_alloc,
+  // and then leaves the holder as it was.
   void set(const char* text, bool copy) {
     char* held = const_cast<char*>(text);
     if (copy && text != nullptr) {

@@ -13,12 +13,12 @@
 #include <fstream>
 #include <utility>
 
-// The parameter of KIVFileReader::readAll. The readers of this library don't look at it.
+// The parameter of KIVFileReader::readAll, which the readers of this library ignore.
 struct KIVReadParam {
   KIVReadParam() = default;
   KIVReadParam(const KIVReadParam&) = delete;
   KIVReadParam& operator=(const KIVReadParam&) = delete;
-  // Takes the other's block, and with it the duty to free it; the other is as if new afterwards.
+  // Takes over the other's block, with its ownership; the other is as if default-constructed afterwards.
   KIVReadParam(KIVReadParam&& other) noexcept {
     std::swap(enabled, other.enabled);
     std::swap(block, other.block);
@@ -53,7 +53,7 @@ class QZJEXXML_EXPORT KIVFileReader {
   // 0 at the end of the file, or -1 when the stream failed.
   virtual int doRead(char* buffer, int count) = 0;
 
-  // Resets the error code, then reads as doRead does.
+  // Resets the error code, then calls doRead.
   virtual int read(char* buffer, int count) {
     error = 0;
     return doRead(buffer, count);
@@ -91,10 +91,10 @@ class QZJEXXML_EXPORT KIVFileReader {
     return bytes;
   }
 
-  // More can be read from the stream, as far as is known.
+  // False once a read has met the end of the file, and for a reader over a stream that was not good.
   virtual bool hasMore() { return more; }
 
-  // The code of the last operation's error; 0 means none. The readers of this library set no other.
+  // The error code of the last operation. The readers of this library never set another than 0, no error.
   virtual int lastError() { return error; }
 
   virtual bool isOk() { return error == 0; }

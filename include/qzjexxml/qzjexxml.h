@@ -14,14 +14,14 @@
 // constructed, after the process's first load: libraries below the parser library end in handlers of their own,
 // which they register in that load.
 //
-// When memory runs out, std::bad_alloc reaches the caller, with everything released that the call made, but
-// for what a load says it was building at the time: "An error occurred during parsing" and "An error occurred
-// Inside buildKivMaster" may have that cause. A load that ran out of memory while the parser library was
-// starting leaves that library unusable: every later load of the process throws std::bad_alloc too.
+// Out of memory: std::bad_alloc reaches the caller, after all that the call allocated has been freed. Where it
+// happens while the document or the tree is built, the load may report it instead, as "An error occurred during
+// parsing" or "An error occurred Inside buildKivMaster". Out of memory while the parser library starts leaves that
+// library unusable: every later load of the process throws std::bad_alloc too.
 //
-// A load starts the parser library and stops it, which takes longer than a file of some hundred entries. A program
-// that makes many loads links Xerces-C itself and holds it started over them all, with
-// xercesc::XMLPlatformUtils::Initialize() before the first and Terminate() after the last: it counts its users.
+// Every load initializes and terminates the parser library, which takes longer than to load a file of some hundred
+// entries. A program that makes many loads links Xerces-C itself and keeps it initialized, which is reference-counted:
+// xercesc::XMLPlatformUtils::Initialize() before the first load and Terminate() after the last.
 #ifndef QZJEXXML_QZJEXXML_H
 #define QZJEXXML_QZJEXXML_H
 

@@ -28,7 +28,7 @@ namespace {
 constexpr std::uint32_t passes = 3;
 constexpr std::uint32_t memoryKib = 64 * 1024;
 
-// For what is read: a hostile file costs no more than this.
+// For what is read: the most that a hostile file can make a derivation cost.
 constexpr std::uint32_t maximumPasses = 10;
 constexpr std::uint32_t maximumMemoryKib = 256 * 1024;
 
@@ -57,7 +57,7 @@ std::uint32_t loadNumber(const unsigned char* bytes) {
 
 unsigned char* bytesOf(KIVByteArray& array) { return reinterpret_cast<unsigned char*>(array.data); }
 
-// The key that a header and a passphrase give; wiped at its end.
+// The key derived from a header and a passphrase; its destructor wipes it.
 class Key {
  public:
   Key() = default;
@@ -65,7 +65,7 @@ class Key {
   Key& operator=(const Key&) = delete;
   ~Key() { sodium_memzero(bytes.data(), bytes.size()); }
 
-  // False when memory is short.
+  // False when out of memory.
   bool derive(const unsigned char* header, const KIVByteArray& passphrase) {
     return crypto_pwhash(bytes.data(), bytes.size(), passphrase.data, passphrase.length, header + saltOffset,
                          loadNumber(header + passesOffset), std::size_t{loadNumber(header + memoryOffset)} * 1024,
@@ -132,8 +132,7 @@ bool decrypt(KIVByteArray& file, KIVByteArray& plaintext, const KIVByteArray& pa
                                                     key.data()) == 0;
 }
 
-// Stores the result of either direction, which is built apart, so that `output` is empty on failure
-// and may be the input itself.
+// Runs either direction into an array of its own, so that `output` is empty on failure and may be `input` itself.
 template <typename Operation>
 bool run(Operation operation, KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
   KIVByteArray result;

@@ -37,7 +37,7 @@ bool isPair(std::u16string_view text) {
   return text.size() > 1 && isHighSurrogate(text[0]) && isSurrogate(text[1]) && !isHighSurrogate(text[1]);
 }
 
-// Conversions as those of Conversion, for the code page UTF-8. They need no module of iconv, which a small system
+// For UTF-8, with the contract of Conversion::append. They need no loadable module of iconv, which a small system
 // may lack.
 bool appendAsUtf8(std::string& output, std::u16string_view& input) {
   std::size_t end = 0;
@@ -51,7 +51,7 @@ bool appendAsUtf8(std::string& output, std::u16string_view& input) {
     }
   }
   const std::size_t before = output.size();
-  output.resize(before + 3 * end);  // a unit takes three bytes at most
+  output.resize(before + 3 * end);  // a code unit takes at most three bytes
   const char* last = utf8::unchecked::utf16to8(input.data(), input.data() + end, output.data() + before);
   output.resize(static_cast<std::size_t>(last - output.data()));
   input.remove_prefix(end);
@@ -65,7 +65,7 @@ bool appendFromUtf8(std::u16string& output, std::string_view& input) {
   return input.empty();
 }
 
-// A conversion descriptor. A pair of code pages that iconv does not know gives one that converts nothing.
+// A conversion descriptor of iconv. Where iconv does not know the pair of code pages, it converts nothing.
 class Conversion {
  public:
   Conversion(const char* to, const char* from) : descriptor(iconv_open(to, from)) {}
@@ -77,8 +77,8 @@ class Conversion {
     }
   }
 
-  // Converts `input`, which is advanced past what could be converted, and appends the result. False
-  // when the beginning of what remains cannot be converted.
+  // Converts the longest convertible prefix of `input`, appends the result and removes the prefix. False when
+  // something remains.
   template <typename To, typename From>
   bool append(std::basic_string<To>& output, std::basic_string_view<From>& input) const {
     if (!isOpen()) {
@@ -89,7 +89,7 @@ class Conversion {
     std::size_t inLeft = input.size() * sizeof(From);
     const bool whole = appendChunks(output, &in, &inLeft);
     input.remove_prefix(input.size() - inLeft / sizeof(From));
-    // Some code pages hold the last character back until they have seen the next one.
+    // Some converters buffer the last character until they have seen the next one.
     return appendChunks(output, nullptr, nullptr) && whole;
   }
 
@@ -156,7 +156,7 @@ const CodePage& currentCodePage() {
 
 bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
-// ASCII that cannot begin what reads as an escape.
+// ASCII that cannot begin an escape.
 bool isPlain(char16_t unit) { return unit < 0x80 && unit != u'\\'; }
 
 bool isRepresentable(char16_t unit, const CodePage& codePage) {
@@ -171,7 +171,7 @@ std::string escape(char16_t unit) {
   return text.data();
 }
 
-// The unit whose escape `text` begins with, the backslash left out: uHHHH.
+// The code unit that an escape at the beginning of `text` stands for; the backslash is left out: uHHHH.
 std::optional<char16_t> namedUnit(std::u16string_view text) {
   constexpr std::size_t digits = escapeLength - 2;
   if (text.size() <= digits || text.front() != u'u') {
@@ -188,8 +188,8 @@ std::optional<char16_t> namedUnit(std::u16string_view text) {
   return static_cast<char16_t>(unit);
 }
 
-// Whether `text` begins, literally, with what would be read as an escape: of a unit that the code page lacks, or
-// of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
+// Whether `text` begins, literally, with what would be read as an escape: of a code unit that the code page lacks,
+// or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
 bool readsAsEscape(std::u16string_view text, const CodePage& codePage) {
   if (!text.starts_with(u'\\')) {
     return false;
@@ -215,7 +215,7 @@ std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) 
     std::u16string_view run = text.substr(0, text.find(u'\\', 1));
     text.remove_prefix(run.size());
     while (!run.empty() && !codePage.append(converted, run)) {
-      if (run.front() < 0x80) {  // only where nothing at all can be converted
+      if (run.front() < 0x80) {  // only with a code page that iconv does not know
         converted += static_cast<char>(run.front());
       } else {
         converted += escape(run.front());
@@ -226,7 +226,7 @@ std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) 
   return converted;
 }
 
-// A new block for `count` characters and a NUL, which is stored.
+// Allocates room for `count` characters and a NUL, which is stored.
 template <typename Char>
 Char* allocateText(std::size_t count) {
   auto* text = static_cast<Char*>(std::malloc((count + 1) * sizeof(Char)));

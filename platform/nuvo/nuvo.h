@@ -18,11 +18,11 @@ extern "C" {
 // not define.
 __attribute__((visibility("default"))) char16_t* lcp_to_utf16(const char* text, int length);
 
-// Converts `length` units of `text`, or all up to its NUL when `length` is negative. Returns a new
+// Converts `length` code units of `text`, or all up to its NUL when `length` is negative. Returns a new
 // NUL-terminated text for nuvoFree; null only for a null `text`.
 //
 // What the code page cannot represent, an unpaired surrogate among it, is written as \uHHHH with four
-// capital hexadecimal digits for each 16-bit unit. Different strings give different texts: where a string
+// capital hexadecimal digits for each code unit. Different strings give different texts: where a string
 // has such an escape literally, its backslash is written as \u005C, and likewise where \u005C itself would be
 // read so. All else stands as it is; in a Unicode code page that is everything but unpaired surrogates and
 // literal escapes of surrogates.

@@ -1,4 +1,4 @@
-// SecretByteArray: bytes that are wiped before their memory is given back.
+// SecretByteArray: bytes that are wiped before their memory is freed.
 #ifndef QZJEXXML_FILESTORE_SECRET_BYTE_ARRAY_H
 #define QZJEXXML_FILESTORE_SECRET_BYTE_ARRAY_H
 
@@ -9,7 +9,7 @@
 
 namespace jexxml {
 
-// For passphrases and plaintexts. A block that the array does not own is left alone.
+// For passphrases and plaintexts. A block that the array does not own is not wiped.
 class SecretByteArray final : public KIVByteArray {
  public:
   SecretByteArray() = default;

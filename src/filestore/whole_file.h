@@ -1,4 +1,4 @@
-// Reading a file whole, with the diagnostics of whoever asks for it.
+// Reading a file whole, with the caller's diagnostics.
 #ifndef QZJEXXML_FILESTORE_WHOLE_FILE_H
 #define QZJEXXML_FILESTORE_WHOLE_FILE_H
 
@@ -6,14 +6,14 @@
 
 namespace jexxml {
 
-// What a caller says, on a line of its own on the standard error stream, when nothing can be read.
+// The caller's diagnostics, each a line on the standard error stream.
 struct ReadMessages {
   const char* noFileName;  // the name is null or empty
   const char* noContent;   // the file is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
 };
 
-// The content of `fileName`, or an empty array after one of the messages or, when the file cannot be
-// opened, "Could not open file: " and its name.
+// The content of `fileName`, or an empty array after one of the messages or the one of a file that cannot be opened,
+// which is the same for all callers.
 KIVByteArray readWholeFile(const char* fileName, const ReadMessages& messages);
 
 // A copy of the bytes followed by one NUL byte, in a block from new[] that the caller owns.

@@ -3,7 +3,7 @@
 //   start the parser library -> read the file -> parse it -> [the caller builds its tree and uses it]
 //   -> delete parser and document, input source, error reporter -> stop the parser library
 //
-// The objects of a running load stand in library-global slots, so only one load may run at a time.
+// The objects of a running load are library-global, so only one load may run at a time.
 #ifndef QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
 #define QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
 
@@ -15,9 +15,9 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// Runs the sequence up to the document when constructed, and the tear-down when destroyed, also when an exception
-// passes through the constructor. Whatever refers to the document dies before this object. Throws std::bad_alloc,
-// also where the parser library has another exception for it.
+// Its constructor runs the sequence up to the document, its destructor the tear-down, also when an exception leaves
+// the constructor. REQUIRES: whatever refers to the document is destroyed before. Throws std::bad_alloc, also where
+// the parser library has an exception of its own for out of memory.
 class DocumentLoad {
  public:
   explicit DocumentLoad(const char* fileName);

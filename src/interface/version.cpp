@@ -1,5 +1,5 @@
 #include <qzjexxml/qzjexxml.h>
 
-// Both macros are the build's.
+// The build defines both macros from the project's version.
 const char* libqzjexxml_version = VERSION;
 const char* libqzjexxml_build_date = VERSION_DATE;
