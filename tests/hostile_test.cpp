@@ -67,6 +67,8 @@ TEST_F(HostileDocument, LoadsAtEachLimitAndNotBeyond) {
   expectRecord(nested(1'000), "");
   expectRefusal(nested(1'001), "the document nests elements deeper than 1,000");
   expectRecord(mixed(5'000), "");
+  expectRefusal(withDtd("<!ELEMENT m " + repeat(50'000, "(") + "x" + repeat(50'000, ")?") + ">", "<m/>"),
+                "a content model of the document has more than 5,000 names");
   expectRefusal(mixed(5'001), "a content model of the document has more than 5,000 names");
 }
 
@@ -77,6 +79,10 @@ TEST_F(HostileDocument, IsRefusedForWork) {
            withDtd(entity, repeat(1'000, "&e;")),
            "<a" + each(60'000, " b@=''") + "/>",
            "<a>" + hostile::fill(100'000, [](std::size_t i) { return "<" + hostile::colliding(i) + "/>"; }) + "</a>",
+           withDtd("<!ATTLIST b i ID #IMPLIED>",
+                   hostile::fill(100'000, [](std::size_t i) { return "<b i='" + hostile::colliding(i) + "'/>"; })),
+           withDtd("<!ELEMENT m ((a|b)*,a" + repeat(20, ",(a|b)") + ")>", ""),
+           withDtd("<!ATTLIST b xmlns CDATA '" + std::string(20'000, 'u') + "'>", repeat(1'000, "<b xmlns='u'/>")),
        }) {
     expectRefusal(document, "the document takes far more work than its size");
   }

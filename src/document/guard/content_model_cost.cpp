@@ -9,24 +9,33 @@ namespace jexxml {
 namespace {
 
 std::uint64_t automatonCost(const std::vector<std::u16string_view>& names) {
-  constexpr std::uint64_t cellsForARow = 16;  // which a row costs beside its cells
-  constexpr std::uint64_t stepsForACell = 16;
-  constexpr std::uint64_t placesInABlock = 64;  // of a set of places
+  constexpr std::uint64_t stepsForARow = 256;
+  constexpr std::uint64_t stepsForACell = 48;
+  constexpr std::uint64_t placesInABlock = 1'024;  // of a set of places
   constexpr std::uint64_t farTooManyPlaces = 40;
 
-  std::map<std::u16string_view, std::uint64_t> placesOfName;
+  struct Places {
+    std::uint64_t count = 0;
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+  };
+  std::map<std::u16string_view, Places> placesOfName;
   std::uint64_t characters = 0;
-  for (const std::u16string_view name : names) {
-    ++placesOfName[name];
-    characters += 4 + name.size();
+  for (std::uint64_t place = 0; place < names.size(); ++place) {
+    Places& places = placesOfName[names[place]];
+    places.first = places.count++ == 0 ? place : places.first;
+    places.last = place;
+    characters += 4 + names[place].size();
   }
   std::uint64_t rows = 1;
+  std::uint64_t stepsOfRow = stepsForARow;
   for (const auto& [name, places] : placesOfName) {
-    rows += std::uint64_t{1} << std::min(places, farTooManyPlaces);
+    rows += (std::uint64_t{1} << std::min(places.count, farTooManyPlaces)) - 1;
+    stepsOfRow += stepsForACell + (places.count > 1 ? 4 * (places.last - places.first + placesInABlock / 16) : 0);
   }
   const std::uint64_t places = names.size();
-  return 2 * places * characters + places * places * places / placesInABlock +
-         rows * (placesOfName.size() + cellsForARow) * stepsForACell;
+  return 2 * places * characters + places * places * places / 64 +
+         rows * (stepsOfRow + placesOfName.size() * (places / placesInABlock) * stepsForACell);
 }
 
 }  // namespace
@@ -41,6 +50,7 @@ ContentModel contentModelOf(const xercesc::DTDElementDecl& declaration) {
     if (node == nullptr) {
       continue;
     }
+    ++model.nodes;
     if (const xercesc::QName* name = node->getElement()) {
       model.names.emplace_back(name->getRawName());
     }

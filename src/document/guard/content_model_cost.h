@@ -4,6 +4,7 @@
 
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@ namespace jexxml {
 
 struct ContentModel {
   std::vector<std::u16string_view> names;  // as often as they stand in it; those of the declaration
+  std::size_t nodes = 0;                   // of its tree, which may be as deep
   std::uint64_t cost = 0;                  // steps of work to make an automaton of it
 };
 

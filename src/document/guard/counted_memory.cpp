@@ -4,6 +4,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <algorithm>
+#include <cstring>
 
 namespace jexxml {
 
@@ -26,6 +27,7 @@ void* CountedMemory::allocate(XMLSize_t size) {
   lastBlock = block;
   bytesInUse += size;
   mostBytes = std::max(mostBytes, bytesInUse);
+  std::memset(block + 1, 0, std::min(size, sizeof(Block)));  // of what was there before, nothing is taken for an object
   return block + 1;
 }
 
@@ -34,9 +36,6 @@ void CountedMemory::deallocate(void* memory) {
     return;
   }
   Block* block = static_cast<Block*>(memory) - 1;
-  if (onDeallocation) {
-    onDeallocation(block->size);
-  }
   if (block->previous != nullptr) {
     block->previous->next = block->next;
   }

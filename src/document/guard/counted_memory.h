@@ -40,7 +40,6 @@ class CountedMemory final : public xercesc::MemoryManager {
   std::size_t mostBytes = 0;                               // that were in use at one time
   bool reserveUsed = false;                                // the system had no memory left
   std::function<void(std::size_t size)> beforeAllocation;  // if set, called first
-  std::function<void(std::size_t size)> onDeallocation;    // likewise
 
  private:
   // Stands before each block; all are in a list.

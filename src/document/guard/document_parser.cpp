@@ -7,6 +7,7 @@
 #include <xercesc/framework/XMLRefInfo.hpp>
 #include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/internal/XSerializable.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/BinMemInputStream.hpp>
@@ -16,6 +17,8 @@
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
 #include <algorithm>
+#include <cstring>
+#include <memory>
 #include <string_view>
 
 namespace jexxml {
@@ -40,24 +43,60 @@ constexpr std::uint64_t comparisonSteps = 8;
 constexpr std::uint64_t visitSteps = 16;  // of a name in a bucket
 constexpr std::uint64_t errorSteps = 5'000;
 
-constexpr std::size_t fullestBucket = 64;
-constexpr std::size_t identifiersAtOnce = 64;
+constexpr std::uint64_t nodesForAName = 3;  // in the tree of a content model: it, how often, and the one to its left
 
-// Characters of an enumeration. The values in one tag are looked up in it before the callback: at most a quarter of the
-// tag's characters.
-constexpr std::size_t longestEnumerationAllowed = 4'000;
+// Names that stand at round numbers fill a bucket with hundreds, by the parser library's choice of its size.
+constexpr std::size_t fullestBucket = 768;
 
-// The block of an object of the parser library, before which it keeps whose memory it is.
+// A class of the parser library whose objects tell of what it does: the size of the block that one takes, before which
+// the library keeps whose memory it is, and the pointer to virtual functions with which each begins.
+class Kind {
+ public:
+  template <typename T>
+  explicit Kind(const T& example) : size(header() + sizeof(T)) {
+    std::memcpy(&functions, static_cast<const void*>(&example), sizeof functions);
+  }
+
+  // The object in a block, or null when it is something else.
+  template <typename T = void>
+  const T* in(const std::pair<const void*, std::size_t>& block) const {
+    if (block.second != size) {
+      return nullptr;
+    }
+    const void* object = static_cast<const std::byte*>(block.first) + header();
+    return std::memcmp(object, &functions, sizeof functions) == 0 ? static_cast<const T*>(object) : nullptr;
+  }
+
+ private:
+  static std::size_t header() { return XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(void*)); }
+
+  std::size_t size;
+  void* functions;
+};
+
+// Of an object that the parser library makes itself: its virtual functions may be others than those that are seen here.
 template <typename T>
-std::size_t blockOf() {
-  return XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(xercesc::MemoryManager*)) + sizeof(T);
+Kind kindOf() {
+  const std::unique_ptr<xercesc::XSerializable> example(T::createObject(XMLPlatformUtils::fgMemoryManager));
+  return Kind(static_cast<const T&>(*example));
 }
 
-const std::size_t readerBlock = blockOf<xercesc::XMLReader>();
-const std::size_t streamBlock = blockOf<xercesc::BinMemInputStream>();
-const std::size_t pairBlock = blockOf<xercesc::KVStringPair>();
-const std::size_t declarationBlock = blockOf<xercesc::DTDElementDecl>();
-const std::size_t identifierBlock = blockOf<xercesc::XMLRefInfo>();
+struct Kinds {
+  Kind stream{xercesc::BinMemInputStream(nullptr, 0, xercesc::BinMemInputStream::BufOpt_Reference)};
+  Kind pair = kindOf<xercesc::KVStringPair>();
+  Kind declaration = kindOf<xercesc::DTDElementDecl>();
+  Kind identifier = kindOf<xercesc::XMLRefInfo>();
+};
+
+const Kinds& kinds() {
+  static const Kinds all;
+  return all;
+}
+
+// A reader of an entity, or of the document.
+std::size_t readerBlock() {
+  return XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(void*)) + sizeof(xercesc::XMLReader);
+}
 
 bool declaresNamespace(std::u16string_view attributeName) {
   return attributeName == u"xmlns" || attributeName.starts_with(u"xmlns:");
@@ -69,11 +108,11 @@ bool isPlain(const xercesc::XMLAttr& attribute) { return *attribute.getPrefix() 
 }  // namespace
 
 DocumentParser::DocumentParser(const Budgets& given) : DocumentBuilder(nullptr, &memory, nullptr), budgets(given) {
+  kinds();  // not first in a destructor
   memory.beforeAllocation = [this](std::size_t size) { checkAllocation(size); };
-  memory.onDeallocation = [this](std::size_t size) { countDeallocation(size); };
 }
 
-DocumentParser::~DocumentParser() { memory.beforeAllocation = memory.onDeallocation = nullptr; }
+DocumentParser::~DocumentParser() { memory.beforeAllocation = nullptr; }
 
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                   const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
@@ -107,16 +146,24 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
     isSimple = isPlain(*attributes.elementAt(i));
   }
   std::uint64_t scopes = depth;
-  std::uint64_t steps = elementSteps + mostAttributes;
+  std::uint64_t steps = elementSteps + mostAttributes + comparisonSteps * undeclaredElements.fullestBucket();
   if (!isSimple) {
     const std::uint64_t definitions = declaration.hasAttDefs() ? declaration.getAttDefList().getAttDefCount() : 0;
+    const std::uint64_t others = definitions + comparedWith(attributes, attributeCount);
     const std::uint64_t compared = declaredElements.fullestBucket() + undeclaredElements.fullestBucket() + longestModel;
-    steps +=
-        (comparisonSteps + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions;
+    steps += (4 + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions +
+             definitions * definitions / 2;
+    for (XMLSize_t i = 0; i < definitions; ++i) {  // also those whose attribute is given
+      const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
+      if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
+        ++mappings;
+        steps += namespaceCharacterSteps * XMLString::stringLen(definition.getValue());
+      }
+    }
     std::uint64_t lookups = 1;
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
       const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-      steps += costOf(attribute, attributeCount + definitions);
+      steps += costOf(attribute, others);
       if (declaresNamespace(attribute.getQName())) {
         ++mappings;
         declare(prefixes, attribute.getName());
@@ -129,6 +176,44 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
     scopes = 2 * lookups * (depth + mappings);
   }
   charge(steps + scopes);
+}
+
+// How many attributes of its tag each is compared with: all, up to a hundred; above, those in its bucket of two tables,
+// which grow eightfold when there are four to a bucket.
+std::uint64_t DocumentParser::comparedWith(const Attributes& attributes, std::size_t count) {
+  constexpr std::size_t fewerThanATable = 100;
+  const auto grow = [count](std::size_t& modulus) {
+    while (count >= modulus * 4) {
+      modulus = modulus * 8 + 1;
+    }
+  };
+  grow(undeclaredAttributesModulus);
+  if (count <= fewerThanATable) {
+    return count;
+  }
+  duplicatesModulus = duplicatesModulus == 0 ? 2 * count + 1 : duplicatesModulus;
+  grow(duplicatesModulus);
+  Buckets undeclared(undeclaredAttributesModulus);
+  Buckets duplicates(duplicatesModulus);
+  std::uint64_t characters = 0;
+  for (XMLSize_t i = 0; i < count; ++i) {
+    const std::u16string_view name = attributes.elementAt(i)->getName();
+    const Buckets::Hash hash(name);
+    undeclared.add(hash);
+    duplicates.add(hash);
+    characters += name.size();
+  }
+  hold(costOfTag(count, characters), budgets.work);  // of the next tag with names as long
+  return comparisonSteps * (undeclared.fullest() + duplicates.fullest());
+}
+
+// When each of so many attributes is compared with all. Comparisons cost more when names do not stay in the processor's
+// cache.
+std::uint64_t DocumentParser::costOfTag(std::uint64_t attributes, std::uint64_t characters) {
+  constexpr std::uint64_t manyNames = 200;
+  constexpr std::uint64_t manyCharacters = 50'000;
+  return attributes *
+         ((comparisonSteps + attributes / manyNames) * attributes + (2 + characters / manyCharacters) * characters);
 }
 
 // `others` is what an attribute is compared with: those of its tag, and the definitions of its element.
@@ -159,6 +244,7 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uin
 void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {
   const ContentModel model = contentModelOf(declaration);
   hold(model.names.size(), modelLimit);
+  hold(model.nodes, {nodesForAName * modelLimit.most, modelLimit.message});
   declare(declaredElements, declaration.getFullName());
   for (const std::u16string_view name : model.names) {
     declare(declaredElements, name);
@@ -179,9 +265,7 @@ void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xerces
                             bool isIgnored) {
   const std::size_t definitions = element.getAttDefList().getAttDefCount();
   const std::u16string_view enumeration = definition.getEnumeration() != nullptr ? definition.getEnumeration() : u"";
-  if (enumeration.size() > longestEnumerationAllowed) {
-    refuse(budgets.work.message);
-  }
+  hold(enumeration.size() * (budgets.size / 4), budgets.work);  // of one tag's values, which are looked up in it
   mostDefinitions = std::max(mostDefinitions, definitions);
   longestEnumeration = std::max(longestEnumeration, enumeration.size());
   const auto values = static_cast<std::uint64_t>(1 + std::ranges::count(enumeration, u' '));
@@ -193,7 +277,7 @@ void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xerces
 // The document's own reader has the size that tells of an entity's: where it was not seen, the parser library is not
 // the one that this was compiled for.
 void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) {
-  if (openReaders == 0) {
+  if (!readerSeen) {
     refuse(u"entities are not read with this version of the parser library");
   }
   declare(isParameterEntity ? parameterEntities : generalEntities, declaration.getName());
@@ -220,15 +304,19 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
   DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
+// An object of the parser library is recognised at the allocation that it makes next itself.
 void DocumentParser::checkAllocation(std::size_t size) {
-  ++allocations;
-  if (size == readerBlock) {
+  const auto newest = memory.newestBlock();
+  if (isIdentifierNext) {  // the newest block is its text
+    isIdentifierNext = false;
+    declare(identifierNames, static_cast<const XMLCh*>(newest.first));
+  } else if (size == readerBlock()) {
     openReader();
-  } else if (size == pairBlock) {
-    countPair();
-  } else if (size == identifierBlock) {
-    checkIdentifiers();
-  } else if (size == declarationBlock) {
+  } else if (kinds().pair.in(newest) != nullptr) {
+    countAttribute(size / sizeof(XMLCh));
+  } else if (kinds().identifier.in(newest) != nullptr) {
+    isIdentifierNext = true;
+  } else if (kinds().declaration.in(newest) != nullptr) {
     ++newDeclarations;
   }
   if (!CountedMemory::mayBeADestructors(size)) {
@@ -245,65 +333,33 @@ void DocumentParser::checkMemory(std::size_t more) {
   hold(memory.bytesInUse + more, budgets.memory);
 }
 
-void DocumentParser::countDeallocation(std::size_t size) {
-  if (size == readerBlock) {
-    --openReaders;
-  }
-}
-
-// The block before a reader's is the stream of the entity's text, which is complete by then.
+// The block before an entity's reader is the stream of its text, which is complete by then.
 void DocumentParser::openReader() {
-  if (++openReaders == 1) {
+  readerSeen = true;
+  const auto* stream = kinds().stream.in<xercesc::BinMemInputStream>(memory.newestBlock());
+  if (stream == nullptr) {  // the document's own, or a block that only has the size
     return;
   }
-  const auto [block, size] = memory.newestBlock();
-  if (size != streamBlock) {
-    refuse(u"entities are not read with this version of the parser library");
-    return;
-  }
-  ++newAttributes;  // which may have one each, and are not seen then
-  const auto* object = static_cast<const std::byte*>(block) + (streamBlock - sizeof(xercesc::BinMemInputStream));
-  const std::uint64_t characters =
-      reinterpret_cast<const xercesc::BinMemInputStream*>(object)->getSize() / sizeof(XMLCh);
-  const std::uint64_t compared = openReaders + generalEntities.fullestBucket() + parameterEntities.fullestBucket();
+  const std::uint64_t characters = stream->getSize() / sizeof(XMLCh);
+  const std::size_t open = getScanner()->getReaderMgr()->getReaderDepth();
+  const std::uint64_t compared = open + generalEntities.fullestBucket() + parameterEntities.fullestBucket();
   spend(entitySteps + entityCharacterSteps * characters + (comparisonSteps + longestEntityName) * compared);
-  if (openReaders > mostReaders) {
-    mostReaders = openReaders;
+  if (open > mostReaders) {
+    mostReaders = open;
     spend(readerSteps);
   }
 }
 
-// A block of the size of a pair, the name and the value of an attribute that the tag being read has at a place where no
-// tag had one so far. Each may be compared with all others and with the definitions of its element, and its prefix with
-// all that are in scope; the charge in the callback is higher. Other blocks have that size too, but pairs follow each
-// other with two blocks between, name and value, or three where the list of pairs grows.
-void DocumentParser::countPair() {
-  constexpr std::size_t period = 3;
-  constexpr std::uint64_t inFlightSteps = 3;
-  const std::size_t distance = allocations - pairAllocation;
-  if (distance < period) {
-    return;
-  }
-  pairAllocation = allocations;
-  newAttributes += distance <= period + 1 ? 1 : 0;
-  const std::uint64_t attributes = mostAttributes + newAttributes;
+// An attribute of the tag that is being read, at a place where no tag has had one so far, with the characters of its
+// name. Each may be compared with all others and with the definitions of its element, and its prefix with all that are
+// in scope; the charge in the callback goes by what there is.
+void DocumentParser::countAttribute(std::size_t characters) {
+  newNameCharacters += characters;
+  const std::uint64_t attributes = mostAttributes + ++newAttributes;
   const std::uint64_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
-  hold(work + attributes * (inFlightSteps * (attributes + 2 * mostDefinitions) + depth + mappings), budgets.work);
-}
-
-void DocumentParser::checkIdentifiers() {
-  auto& identifiers = *getScanner()->getIDRefList();
-  if (++newIdentifiers < std::max<std::size_t>(identifiersAtOnce, identifiers.getCount() / 8)) {
-    return;
-  }
-  newIdentifiers = 0;
-  spend(visitSteps * identifiers.getCount());
-  Buckets buckets(identifiers.getHashModulus());
-  xercesc::RefHashTableOfEnumerator<xercesc::XMLRefInfo> each(&identifiers);
-  while (each.hasMoreElements()) {
-    buckets.add(Buckets::Hash(each.nextElement().getRefName()));
-  }
-  hold(buckets.fullest(), {fullestBucket, budgets.work.message});
+  hold(work + costOfTag(attributes, newNameCharacters) +
+           attributes * (comparisonSteps * mostDefinitions + depth + mappings),
+       budgets.work);
 }
 
 void DocumentParser::declare(NameTable& table, std::u16string_view name) {
@@ -313,7 +369,7 @@ void DocumentParser::declare(NameTable& table, std::u16string_view name) {
 
 // For a callback.
 void DocumentParser::charge(std::uint64_t steps) {
-  newAttributes = newDeclarations = 0;
+  newAttributes = newNameCharacters = newDeclarations = 0;
   checkMemory(0);
   spend(steps);
 }

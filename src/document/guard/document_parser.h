@@ -28,11 +28,11 @@ struct DocumentMemory {
 // Work is charged where the parser library calls back, for what it did since the last callback and for what it will do
 // for this one. What it does before it calls back is bounded by these:
 //
-//   a look-up        no bucket of any of its tables holds more than 64 names;
-//   a tag            attributes are counted as they are allocated, and charged when each may be compared with all;
-//   a declaration    names in content models are counted likewise, and held to their limit;
-//   identifiers      the table is looked through whenever it has grown by 64 names, and an eighth;
-//   an entity        its text is charged when it is opened, of which the allocation of its reader tells.
+//   a look-up        no bucket of any of its tables holds more than 768 names;
+//   a tag            its attributes are counted as they are allocated, and held to what it costs to compare each with
+//   all; a declaration    names in content models are counted likewise, and held to their limit; an identifier    its
+//   name is taken as it is allocated; an entity        its text is charged when it is opened, of which the allocation
+//   of its reader tells.
 //
 // All else takes time in proportion to the text. Memory is looked at whenever some is allocated. An exception may leave
 // an allocation, except one that a destructor makes: the only one is the list of nodes with which the destructor of a
@@ -67,12 +67,12 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
   std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others);
+  std::uint64_t comparedWith(const Attributes& attributes, std::size_t count);
+  static std::uint64_t costOfTag(std::uint64_t attributes, std::uint64_t characters);
   void checkAllocation(std::size_t size);
   void checkMemory(std::size_t more);
-  void countDeallocation(std::size_t size);
   void openReader();
-  void countPair();
-  void checkIdentifiers();
+  void countAttribute(std::size_t characters);
   void declare(NameTable& table, std::u16string_view name);
   void charge(std::uint64_t steps);
   void spend(std::uint64_t steps);
@@ -91,18 +91,20 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   NameTable notations{109};
   NameTable prefixes{109};
   NameTable namespaces{109};
+  NameTable identifierNames{109};
   std::size_t undeclaredSeen = 0;
+  std::size_t undeclaredAttributesModulus = 7;  // of the tables of a tag's attributes
+  std::size_t duplicatesModulus = 0;
 
   // Allocated since the last callback.
   std::size_t newAttributes = 0;
+  std::size_t newNameCharacters = 0;  // of these attributes
   std::size_t newDeclarations = 0;
-  std::size_t allocations = 0;     // ever
-  std::size_t pairAllocation = 0;  // which of them was the last that may be a pair
-  std::size_t newIdentifiers = 0;  // since the table was last looked through
+  bool isIdentifierNext = false;
 
   std::size_t depth = 0;
   std::vector<std::size_t> mappingsInScope;  // of prefixes to namespaces, by depth
-  std::size_t openReaders = 0;               // the document's own is the first
+  bool readerSeen = false;
   std::size_t mostReaders = 1;
   std::size_t longestEntityName = 0;
   std::size_t mostAttributes = 0;      // of a tag

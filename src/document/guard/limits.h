@@ -28,8 +28,9 @@ constexpr Limit workLimit(std::uint64_t documentSize) {
 
 struct Budgets {
   explicit constexpr Budgets(std::uint64_t documentSize)
-      : memory(memoryLimit(documentSize)), work(workLimit(documentSize)) {}
+      : size(documentSize), memory(memoryLimit(documentSize)), work(workLimit(documentSize)) {}
 
+  std::uint64_t size;
   Limit memory;
   Limit work;
 };
