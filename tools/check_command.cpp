@@ -1,15 +1,25 @@
-#include "check_command.h"
-
+// qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
+#include "command_line.h"
+#include "commands.h"
+#include "describing.h"
 #include "description_reader.h"
+#include "each_file.h"
+#include "entries.h"
+#include "failure.h"
 #include "input_file.h"
 #include "json_text.h"
+#include "library_diagnostics.h"
+#include "terminal_text.h"
 
 #include <qzjexxml/qzjexxml.h>
 
 #include <algorithm>
 #include <iostream>
 #include <map>
+#include <memory>
+#include <string>
 #include <tuple>
+#include <vector>
 
 namespace tool {
 namespace {
@@ -101,8 +111,8 @@ Description checked(const std::string& file) {
   return description;
 }
 
-}  // namespace
-
+// Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT" or "... warning: TEXT", or for each file
+// one JSON object on a line. fileFailed when there is a finding.
 ExitStatus checkFiles(const std::vector<std::string>& files, bool asJson) {
   return forEachFile(files, [&](const std::string& file) {
     const Description description = checked(file);
@@ -116,6 +126,25 @@ ExitStatus checkFiles(const std::vector<std::string>& files, bool asJson) {
     }
     return description.findings.empty() ? allGood : fileFailed;
   });
+}
+
+struct Options {
+  std::vector<std::string> files;
+  std::string output;
+  bool json = false;
+};
+
+}  // namespace
+
+void addCheck(CommandLine& line) {
+  const auto options = std::make_shared<Options>();
+  line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
+           [options] {
+             return describe(options->output, options->json, [&] { return checkFiles(options->files, options->json); });
+           })
+      .files(options->files)
+      .output(options->output)
+      .flag("--json", options->json, "Print one JSON object for each file, on a line");
 }
 
 }  // namespace tool

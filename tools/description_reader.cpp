@@ -1,13 +1,13 @@
 #include "description_reader.h"
 
+#include "bad_byte.h"
 #include "document/guard/document_parser.h"
 #include "document/parse_document.h"
-#include "outcome.h"
+#include "library_diagnostics.h"
 #include "text/lcp_text.h"
 
 #include <qzjexxml/qzjexxml.h>
 
-#include <utf8.h>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
@@ -16,7 +16,6 @@
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -205,78 +204,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
   std::vector<std::string> entities;  // that are open
 };
 
-// The parser's place for a byte that is not UTF-8 is where it began to read a stretch of the file.
-void findBadByte(const KIVByteArray& bytes, Finding& finding) {
-  if (!finding.isError || !finding.text.starts_with("invalid byte")) {
-    return;
-  }
-  const char* start = bytes.data;
-  const char* bad = utf8::find_invalid(start, start + bytes.length);
-  const std::string_view good(start, static_cast<std::size_t>(bad - start));
-  const std::string_view line = good.substr(good.rfind('\n') + 1);
-  finding.place = {static_cast<std::uint64_t>(std::ranges::count(good, '\n')) + 1,
-                   static_cast<std::uint64_t>(utf8::distance(line.begin(), line.end())) + 1};
-  finding.text = "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration";
-}
-
-std::string join(const std::string& first, const std::string& last) { return first + '/' + last; }
-
-const std::string& firstGiven(const Element& element, const char* name, const char* otherwise) {
-  return element[name].empty() ? element[otherwise] : element[name];
-}
-
 }  // namespace
-
-ParserLibrary::ParserLibrary() {
-  try {
-    xercesc::XMLPlatformUtils::Initialize();
-    started = true;
-  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
-    throw std::bad_alloc();
-  } catch (const xercesc::XMLException&) {
-  }
-}
-
-ParserLibrary::~ParserLibrary() {
-  if (started) {
-    xercesc::XMLPlatformUtils::Terminate();
-  }
-}
-
-std::string placeOf(const std::string& file, const Place& place) {
-  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
-}
-
-const std::string& Element::operator[](const std::string& attribute) const {
-  static const std::string absent;
-  const auto given = attributes.find(attribute);
-  return given == attributes.end() ? absent : given->second;
-}
-
-void Description::find(const Place& place, bool isError, const std::string& text) {
-  constexpr std::size_t most = 1'000;
-  warnings += isError ? 0 : 1;
-  if (isError || warnings <= most) {
-    findings.push_back({place, isError, text});
-  } else if (warnings == most + 1) {
-    findings.push_back({place, false, "there are more warnings, which are not shown"});
-  }
-}
-
-std::vector<Entry> entriesOf(const Description& description) {
-  std::vector<Entry> entries;
-  for (const Element& element : description.elements) {
-    const Element& parent = description.elements[element.parent];
-    if (parent.kind->name == "rootmacro") {
-      entries.push_back({&element, false, element["name"], element["abspath"]});
-    } else if (parent.kind->name == "root") {
-      entries.push_back(
-          {&element, true, join(join(parent["path"], element["dir_name"]), element["file_name"]),
-           join(firstGiven(element, "dir_rename", "dir_name"), firstGiven(element, "file_rename", "file_name"))});
-    }
-  }
-  return entries;
-}
 
 Description readDescription(const char* path) {
   Description description;

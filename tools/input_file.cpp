@@ -1,6 +1,6 @@
 #include "input_file.h"
 
-#include "outcome.h"
+#include "failure.h"
 #include "safe_output.h"
 
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_PASSPHRASE_H
 #define QZJEXXML_TOOLS_PASSPHRASE_H
 
-#include "outcome.h"
+#include "failure.h"
 
 #include <array>
 #include <string>

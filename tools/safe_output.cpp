@@ -1,6 +1,6 @@
 #include "safe_output.h"
 
-#include "outcome.h"
+#include "failure.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

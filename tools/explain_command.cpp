@@ -1,39 +1,24 @@
-#include "compare_commands.h"
-
-#include "description_commands.h"
+// qzjexxml explain: where an entry of a description comes from.
+#include "command_line.h"
+#include "commands.h"
+#include "describing.h"
 #include "description_reader.h"
+#include "each_file.h"
+#include "entries.h"
+#include "failure.h"
 #include "input_file.h"
+#include "terminal_text.h"
 
 #include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <map>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace tool {
 namespace {
-
-using Values = std::map<std::string, std::string>;  // of the entries, by their names
-
-Values valuesOf(const KIVData& record) {
-  Values values;
-  for (const auto& [name, path] : record.rootMacros) {
-    values["root macro " + name] = " = " + path;
-  }
-  for (const auto& [source, entry] : record.fileMap) {
-    values["file " + source] = " -> " + entry.target;
-  }
-  std::map<std::string, int> times;
-  for (const std::string& path : record.varnixPath) {
-    const int time = ++times[path];
-    values["search path " + path + (time == 1 ? "" : ", time " + std::to_string(time))];
-  }
-  return values;
-}
-
-ExitStatus print(char sign, const std::string& name, const std::string& value) {
-  std::cout << sign << ' ' << shown(name + value) << '\n';
-  return differ;
-}
 
 void printComposition(const Element& element, const Element& parent) {
   const char* separator = "  ";
@@ -48,37 +33,8 @@ void printComposition(const Element& element, const Element& parent) {
   std::cout << '\n';
 }
 
-}  // namespace
-
-ExitStatus diffManifests(const std::string& oldFile, const std::string& newFile) {
-  ExitStatus status = allGood;
-  std::vector<Record> records;
-  const ExitStatus loaded = forEachFile({oldFile, newFile}, [&](const std::string& file) {
-    const InputFile input(file);
-    return loadRecord(file, input.path(), records.emplace_back());
-  });
-  if (loaded != allGood) {
-    return wrongUsage;
-  }
-  Values before = valuesOf(*records.front());
-  const Values after = valuesOf(*records.back());
-  for (const auto& [name, value] : after) {
-    const auto old = before.extract(name);
-    if (old.empty()) {
-      status = print('+', name, value);
-    } else if (old.mapped() != value) {
-      status = print('!', name, old.mapped() + ", now" + value);
-    }
-  }
-  for (const auto& [name, value] : before) {
-    status = print('-', name, value);
-  }
-  if (status == allGood && records.front()->varnixPath != records.back()->varnixPath) {
-    status = print('!', "search path", " in another order");
-  }
-  return finishOutput(status);
-}
-
+// Prints where the entries stand that set a file (by its source or target) or a root macro (by its name), how they are
+// composed, and which of them override which.
 ExitStatus explainEntry(const std::string& file, const std::string& key) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
@@ -111,6 +67,25 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
     }
     return allGood;
   });
+}
+
+struct Options {
+  std::string file;
+  std::string key;
+  std::string output;
+};
+
+}  // namespace
+
+void addExplain(CommandLine& line) {
+  const auto options = std::make_shared<Options>();
+  line.add("explain", "Say where a root macro or file of a description is set",
+           [options] {
+             return describe(options->output, false, [&] { return explainEntry(options->file, options->key); });
+           })
+      .argument("FILE", options->file, "The description")
+      .argument("KEY", options->key, "The root macro's name; the file's source or target")
+      .output(options->output);
 }
 
 }  // namespace tool

@@ -1,0 +1,18 @@
+#include "describing.h"
+
+#include "parser_library.h"
+#include "printed_output.h"
+
+#include <clocale>
+
+namespace tool {
+
+ExitStatus describe(const std::string& output, bool asJson, const std::function<ExitStatus()>& command) {
+  if (!asJson) {
+    std::setlocale(LC_CTYPE, "");
+  }
+  const ParserLibrary started;
+  return printTo(output, command);
+}
+
+}  // namespace tool

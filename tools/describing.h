@@ -1,0 +1,18 @@
+// What the commands have in common that say something of descriptions.
+#ifndef QZJEXXML_TOOLS_DESCRIBING_H
+#define QZJEXXML_TOOLS_DESCRIBING_H
+
+#include "exit_status.h"
+
+#include <functional>
+#include <string>
+
+namespace tool {
+
+// Runs the command with the parser library started, and with what it prints in `output`. Texts come in the locale's
+// code page; for JSON in UTF-8, which the library gives in the "C" locale.
+ExitStatus describe(const std::string& output, bool asJson, const std::function<ExitStatus()>& command);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIBING_H

@@ -1,0 +1,21 @@
+// Where what a command prints goes.
+#ifndef QZJEXXML_TOOLS_PRINTED_OUTPUT_H
+#define QZJEXXML_TOOLS_PRINTED_OUTPUT_H
+
+#include "exit_status.h"
+
+#include <functional>
+#include <string>
+
+namespace tool {
+
+// Flushes what was printed; what could not be written makes `status` fileFailed, after a report.
+ExitStatus finishOutput(ExitStatus status);
+
+// Runs the command with what it prints in `file`, which is written wholly or not at all; on the standard output if
+// `file` is empty or "-".
+ExitStatus printTo(const std::string& file, const std::function<ExitStatus()>& command);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_PRINTED_OUTPUT_H

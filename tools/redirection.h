@@ -1,0 +1,25 @@
+// Redirection: a standard stream with another buffer.
+#ifndef QZJEXXML_TOOLS_REDIRECTION_H
+#define QZJEXXML_TOOLS_REDIRECTION_H
+
+#include <ostream>
+#include <streambuf>
+
+namespace tool {
+
+// Lends the stream the buffer while it lives.
+class Redirection {
+ public:
+  Redirection(std::ostream& lent, std::streambuf* buffer) : stream(lent), standard(lent.rdbuf(buffer)) {}
+  Redirection(const Redirection&) = delete;
+  Redirection& operator=(const Redirection&) = delete;
+  ~Redirection() { stream.rdbuf(standard); }
+
+ private:
+  std::ostream& stream;
+  std::streambuf* standard;
+};
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_REDIRECTION_H
