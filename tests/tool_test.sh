@@ -54,8 +54,8 @@ done
 for _ in {1..4}; do qzjexxml encrypt --force --passphrase-file pw a.xml >/dev/null & done
 wait
 qzjexxml verify --passphrase-file pw a.enc >/dev/null || fail 'to encrypt four times at once'
-for signal in TERM XFSZ; do
-  "${tool[@]}" encrypt -o signalled --passphrase-file pw a.xml >/dev/null 2>&1 &
+for signal in TERM QUIT XFSZ; do
+  env --default-signal=QUIT "${tool[@]}" encrypt -o signalled --passphrase-file pw a.xml >/dev/null 2>&1 &
   for _ in {1..1000}; do
     compgen -G 'signalled.??????' >/dev/null && break
     sleep 0.01

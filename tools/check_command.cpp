@@ -140,7 +140,8 @@ void addCheck(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
            [options] {
-             return describe(options->output, options->json, [&] { return checkFiles(options->files, options->json); });
+             return describe(options->output, options->files, options->json,
+                             [&] { return checkFiles(options->files, options->json); });
            })
       .files(options->files)
       .output(options->output)

@@ -13,8 +13,6 @@
 
 namespace tool {
 
-bool isSameFile(const std::string& file, const std::string& other);
-
 // Decrypts into `plaintext`; a failure is reported.
 ExitStatus decrypt(const std::string& file, Passphrase& passphrase, KIVByteArray& plaintext);
 

@@ -7,12 +7,13 @@
 
 namespace tool {
 
-ExitStatus describe(const std::string& output, bool asJson, const std::function<ExitStatus()>& command) {
+ExitStatus describe(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                    const std::function<ExitStatus()>& command) {
   if (!asJson) {
     std::setlocale(LC_CTYPE, "");
   }
   const ParserLibrary started;
-  return printTo(output, command);
+  return printTo(output, inputs, command);
 }
 
 }  // namespace tool

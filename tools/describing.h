@@ -6,12 +6,14 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tool {
 
-// Runs the command with the parser library started, and with what it prints in `output`. Texts come in the locale's
-// code page; for JSON in UTF-8, which the library gives in the "C" locale.
-ExitStatus describe(const std::string& output, bool asJson, const std::function<ExitStatus()>& command);
+// Runs the command with the parser library started, and with what it prints in `output`, which is none of the inputs.
+// Texts come in the locale's code page; for JSON in UTF-8, which the library gives in the "C" locale.
+ExitStatus describe(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                    const std::function<ExitStatus()>& command);
 
 }  // namespace tool
 

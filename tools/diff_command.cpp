@@ -83,7 +83,8 @@ void addDiff(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("diff", "Compare the entries of two manifests",
            [options] {
-             return describe(options->output, false, [&] { return diffManifests(options->oldFile, options->newFile); });
+             return describe(options->output, {options->oldFile, options->newFile}, false,
+                             [&] { return diffManifests(options->oldFile, options->newFile); });
            })
       .argument("OLD", options->oldFile, "The manifest before")
       .argument("NEW", options->newFile, "The manifest after")

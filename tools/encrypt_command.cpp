@@ -4,6 +4,7 @@
 #include "decryption.h"
 #include "each_file.h"
 #include "failure.h"
+#include "file_identity.h"
 #include "filestore/encrypted_file.h"
 #include "filestore/secret_byte_array.h"
 #include "library_diagnostics.h"
@@ -12,6 +13,9 @@
 
 #include <kivbtcrypto.h>
 #include <qzjexxml/qzjexxml.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -33,6 +37,14 @@ struct Options {
   std::string passphraseFile;
 };
 
+// Whether what is written there mixes with what is printed.
+bool isStandardOutput(const SafeOutput& output) {
+  struct stat written;
+  struct stat printed;
+  return fstat(output.descriptor(), &written) == 0 && fstat(STDOUT_FILENO, &printed) == 0 &&
+         written.st_dev == printed.st_dev && written.st_ino == printed.st_ino;
+}
+
 ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
   constexpr mode_t forAll = 0666;
   SecretByteArray plaintext;
@@ -47,6 +59,7 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   }
   SafeOutput output(target, forAll, force);
   output.write({ciphertext.data, ciphertext.length});
+  ciphertext.clear();
   SecretByteArray again;
   if (!output.temporaryName().empty() &&
       (decrypt(output.temporaryName(), passphrase, again) != allGood ||
@@ -54,39 +67,54 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
     return report(target, "is not what was to be written");
   }
   output.commit();
-  std::cout << shown(file) << " -> " << shown(target) << '\n';
+  (isStandardOutput(output) ? std::cerr : std::cout) << shown(file) << " -> " << shown(target) << '\n';
   return allGood;
 }
 
-// Encrypts each file into `output`, or else into the .enc file beside it, decrypts what was written to be sure of it,
-// and prints "FILE -> OUTPUT". Nothing is done when two files have one output. A file that exists is replaced with
-// `force` only; the file itself never.
-ExitStatus encryptFiles(const Options& options) {
-  const auto& [files, output, force, passphraseFile] = options;
-  const auto outputOf = [&](const std::string& file) {
-    return output.empty() ? jexxml::encryptedFileName(file) : output;
-  };
-  std::set<std::filesystem::path> outputs;
-  const ExitStatus status = forEachFile(files, [&](const std::string& file) {
-    const std::string target = outputOf(file);
-    std::error_code error;
-    if (!outputs.insert(std::filesystem::weakly_canonical(target, error)).second) {
+std::string outputFor(const std::string& file, const Options& options) {
+  return options.output.empty() ? jexxml::encryptedFileName(file) : options.output;
+}
+
+// Before anything is done: outputs that are one file, are read, or exist.
+ExitStatus checkOutputs(const Options& options) {
+  std::vector<std::string> read = options.files;
+  read.push_back(options.passphraseFile);
+  const std::set<FileIdentity> inputs = identitiesOf(read);
+  std::set<FileIdentity> outputs;
+  bool isFirst = true;
+  return forEachFile(options.files, [&](const std::string& file) {
+    const std::string target = outputFor(file, options);
+    const auto identity = identityOf(target);
+    const bool isTaken = options.output.empty() ? identity && !outputs.insert(*identity).second : !isFirst;
+    isFirst = false;
+    if (isTaken) {
       throw Failure("another file has the same output, " + target);
     }
-    if (isSameFile(file, target)) {
-      throw Failure("is its own output, " + target);
+    if (target == "-") {
+      if (isatty(STDOUT_FILENO) == 1) {
+        throw Failure("is a terminal; redirect it, or name a file", "standard output");
+      }
+      return allGood;
     }
-    if (!force && std::filesystem::is_regular_file(target, error)) {
+    requireApart(target, inputs);
+    if (!options.force && std::filesystem::is_regular_file(target)) {
       throw Failure("exists; --force replaces it", target);
     }
     return allGood;
   });
+}
+
+// Encrypts each file into the output, or else into the .enc file beside it, decrypts what was written to be sure of it,
+// and prints "FILE -> OUTPUT". Nothing is done when checkOutputs finds something.
+ExitStatus encryptFiles(const Options& options) {
+  const ExitStatus status = checkOutputs(options);
   if (status != allGood) {
     return status;
   }
-  return withPassphrase(files, passphraseFile, true, [&](const std::string& file, Passphrase& passphrase) {
-    return encrypt(file, outputOf(file), force, passphrase);
-  });
+  return withPassphrase(options.files, options.passphraseFile, true,
+                        [&](const std::string& file, Passphrase& passphrase) {
+                          return encrypt(file, outputFor(file, options), options.force, passphrase);
+                        });
 }
 
 }  // namespace

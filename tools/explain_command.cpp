@@ -81,7 +81,8 @@ void addExplain(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("explain", "Say where a root macro or file of a description is set",
            [options] {
-             return describe(options->output, false, [&] { return explainEntry(options->file, options->key); });
+             return describe(options->output, {options->file}, false,
+                             [&] { return explainEntry(options->file, options->key); });
            })
       .argument("FILE", options->file, "The description")
       .argument("KEY", options->key, "The root macro's name; the file's source or target")

@@ -3,11 +3,28 @@
 #include "commands.h"
 #include "failure.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <exception>
 #include <new>
 
+namespace {
+
+// Closed ones would be given to the next file, and what is printed written into it. They fail as closed ones do.
+void openStandardStreams() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(descriptor, F_GETFD) == -1) {
+      open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // gets the lowest number that is free
+    }
+  }
+}
+
+}  // namespace
+
 int main(int argc, char* argv[]) {
   using namespace tool;
+  openStandardStreams();
   try {
     CommandLine line;
     for (const auto add : {addManifest, addProject, addCheck, addDiff, addExplain, addEncrypt, addDecrypt, addVerify}) {

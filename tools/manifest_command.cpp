@@ -86,7 +86,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
 void addManifest(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
   options->addTo(line.add("manifest", "Print archive manifests", [options] {
-    return describe(options->output, options->json, [&] {
+    return describe(options->output, options->files, options->json, [&] {
       return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
         return printManifest(*options, file, path, heading);
       });

@@ -1,13 +1,17 @@
 #include "printed_output.h"
 
 #include "failure.h"
+#include "file_identity.h"
 #include "redirection.h"
 #include "safe_output.h"
 
 #include <ext/stdio_filebuf.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <string_view>
 
 namespace tool {
 namespace {
@@ -15,15 +19,38 @@ namespace {
 // What goes to finishOutput's user when printing fails.
 std::string outputName = "standard output";
 
+// A regular file that begins as XML does: in "-o *.xml" the first of the inputs meant. What is printed never does.
+bool looksLikeDescription(const std::string& file) {
+  if (!std::filesystem::is_regular_file(file)) {
+    return false;
+  }
+  std::ifstream content(file, std::ios::binary);
+  for (int i = 0; i < 64; ++i) {
+    const int byte = content.get();
+    if (byte == '<') {
+      return true;
+    }
+    if (std::string_view("\xEF\xBB\xBF\xFE\xFF\0 \t\r\n", 10).find(static_cast<char>(byte)) == std::string_view::npos) {
+      return false;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 ExitStatus finishOutput(ExitStatus status) {
   return std::cout.flush() ? status : report(outputName, "cannot be written");
 }
 
-ExitStatus printTo(const std::string& file, const std::function<ExitStatus()>& command) {
+ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
+                   const std::function<ExitStatus()>& command) {
   if (file.empty() || file == "-") {
     return command();
+  }
+  requireApart(file, identitiesOf(inputs));
+  if (looksLikeDescription(file)) {
+    throw Failure("is XML, which this command does not replace", file);
   }
   constexpr mode_t forAll = 0666;
   SafeOutput output(file, forAll);

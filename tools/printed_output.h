@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tool {
 
@@ -13,8 +14,9 @@ namespace tool {
 ExitStatus finishOutput(ExitStatus status);
 
 // Runs the command with what it prints in `file`, which is written wholly or not at all; on the standard output if
-// `file` is empty or "-".
-ExitStatus printTo(const std::string& file, const std::function<ExitStatus()>& command);
+// `file` is empty or "-". Throws Failure when the file is one of the inputs, or a description.
+ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
+                   const std::function<ExitStatus()>& command);
 
 }  // namespace tool
 

@@ -38,7 +38,7 @@ ExitStatus printProject(const LoadOptions& options, const std::string& file, con
 void addProject(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
   options->addTo(line.add("project", "Check project descriptions", [options] {
-    return describe(options->output, options->json, [&] {
+    return describe(options->output, options->files, options->json, [&] {
       return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
         return printProject(*options, file, path, heading);
       });

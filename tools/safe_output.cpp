@@ -1,6 +1,7 @@
 #include "safe_output.h"
 
 #include "failure.h"
+#include "file_identity.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -13,14 +14,13 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 namespace tool {
 namespace {
 
 constexpr const char* notWritten = "cannot be written";
 
-constexpr std::array endings = {SIGHUP, SIGINT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
+constexpr std::array endings = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
 
 // The temporary file, for the handler of these signals; empty when there is none.
 std::array<char, PATH_MAX> pending;
@@ -61,16 +61,34 @@ bool isWrittenThrough(const std::string& file) {
   return file.starts_with("/dev/") || (lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode));
 }
 
+// The mode for a file that replaces `replaced`: that file's, as far as `mode` allows; not for another group.
+mode_t modeBeside(const struct stat& replaced, mode_t mode, int file) {
+  constexpr mode_t ofGroup = 070;
+  const bool sameGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
+  return replaced.st_mode & mode & ~(sameGroup ? 0 : ofGroup);
+}
+
+mode_t modeForNew(mode_t mode) {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return mode & ~mask;
+}
+
+// Some file systems lack the one, some the other.
+bool moveToNewName(const char* from, const char* to) {
+  return renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0 ||
+         (errno != EEXIST && link(from, to) == 0 && unlink(from) == 0);
+}
+
 }  // namespace
 
 SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
-    : name(file), target(file), mayReplace(replace) {
-  std::error_code error;
-  const std::string behindLinks = std::filesystem::canonical(file, error);
-  if (!error && !file.starts_with("/dev/")) {
-    target = behindLinks;
-  }
-  if (isWrittenThrough(target)) {
+    : name(file == "-" ? "standard output" : file),
+      target(file.starts_with("/dev/") ? file : behindLinks(file)),
+      mayReplace(replace) {
+  if (file == "-") {
+    output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+  } else if (isWrittenThrough(target)) {
     output = open(target.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, mode);
   } else {
     temporary = target + ".XXXXXX";
@@ -83,9 +101,9 @@ SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
     output = mkostemp(temporary.data(), O_CLOEXEC);
     if (output >= 0) {
       temporary.copy(pending.data(), temporary.size());
-      const mode_t mask = umask(0);
-      umask(mask);
-      fchmod(output, mode & ~mask);
+      struct stat replaced;
+      const bool exists = stat(target.c_str(), &replaced) == 0;
+      fchmod(output, exists ? modeBeside(replaced, mode, output) : modeForNew(mode));
     }
   }
   if (output < 0) {
@@ -117,7 +135,7 @@ void SafeOutput::commit() {
   }
   const SignalsWait wait;
   if (mayReplace ? std::rename(temporary.c_str(), target.c_str()) != 0
-                 : link(temporary.c_str(), target.c_str()) != 0 || unlink(temporary.c_str()) != 0) {
+                 : !moveToNewName(temporary.c_str(), target.c_str())) {
     throw Failure::ofSystem(notWritten, name);
   }
   pending.fill('\0');

@@ -10,11 +10,13 @@
 namespace tool {
 
 // Where nothing or a regular file stands, also behind links, the file is written beside it, and put in its place by
-// commit(). Devices, FIFOs and what is below /dev are written through. Without commit(), and when a signal ends the
-// program, nothing is left and nothing was changed. One at a time. Throws Failure, "cannot be written: REASON".
+// commit(). Devices, FIFOs, what is below /dev and "-", the standard output, are written through. Without commit(), and
+// when a signal ends the program, nothing is left and nothing was changed. One at a time. Throws Failure, "cannot be
+// written: REASON".
 class SafeOutput {
  public:
-  // The file is made with `mode`, less the umask. Without `replace`, commit() refuses when the file exists.
+  // A new file has `mode`, less the umask; one that replaces another has that one's mode, but no more than `mode`.
+  // Without `replace`, commit() refuses when the file exists.
   SafeOutput(const std::string& file, mode_t mode, bool replace = true);
   SafeOutput(const SafeOutput&) = delete;
   SafeOutput& operator=(const SafeOutput&) = delete;
