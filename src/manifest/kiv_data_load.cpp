@@ -1,3 +1,5 @@
+#include "manifest/kiv_data_load.h"
+
 #include "document/guard/limits.h"
 #include "interface/document_load.h"
 #include "manifest/populate_kiv_data.h"
@@ -7,6 +9,21 @@
 #include <iostream>
 #include <memory>
 
+namespace jexxml {
+
+bool buildWithinLimit(KivMaster& master, std::uint64_t fileSize) {
+  if (!buildKivMaster(master)) {
+    return false;
+  }
+  if (rootPathText(master) > memoryLimit(fileSize).most) {
+    std::cerr << "The file map is far larger than its document" << std::endl;
+    return false;
+  }
+  return true;
+}
+
+}  // namespace jexxml
+
 int InitKIVData(const char* fileName, KIVData** handle) {
   if (*handle != nullptr) {
     return 0;
@@ -15,12 +32,8 @@ int InitKIVData(const char* fileName, KIVData** handle) {
   {
     const jexxml::DocumentLoad load(fileName);
     jexxml::KivMaster master{load.document(), nullptr};
-    if (jexxml::buildKivMaster(master)) {
-      if (jexxml::rootPathText(master) > jexxml::memoryLimit(load.fileSize()).most) {
-        std::cerr << "The file map is far larger than its document" << std::endl;
-      } else {
-        jexxml::populateKivData(master, *data);
-      }
+    if (jexxml::buildWithinLimit(master, load.fileSize())) {
+      jexxml::populateKivData(master, *data);
     }
   }
   *handle = data.release();

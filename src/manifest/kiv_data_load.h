@@ -1,0 +1,17 @@
+// The part of a manifest's load between its document and its record.
+#ifndef QZJEXXML_MANIFEST_KIV_DATA_LOAD_H
+#define QZJEXXML_MANIFEST_KIV_DATA_LOAD_H
+
+#include "manifest/kiv_nodes.h"
+
+#include <cstdint>
+
+namespace jexxml {
+
+// Builds the tree over `master.document`, of a file of `fileSize` bytes. True when a record is to be populated from it;
+// else after a message, "The file map is far larger than its document" for one whose record would be.
+bool buildWithinLimit(KivMaster& master, std::uint64_t fileSize);
+
+}  // namespace jexxml
+
+#endif  // QZJEXXML_MANIFEST_KIV_DATA_LOAD_H
