@@ -45,7 +45,7 @@ if [ "$(cat status)" != 141 ] || [ -s err ]; then fail 'to end quietly on a clos
 for command in $(qzjexxml --help | sed '1,/^Subcommands/d; s/^  \([a-z]*\).*/\1/'); do
   for word in "$command" $(qzjexxml help "$command" | grep -oE -- '--[a-z-]+' | cut -c3-); do
     for file in share/completions/{qzjexxml.bash,_qzjexxml,qzjexxml.fish} docs/man/qzjexxml.1; do
-      sed 's/\\//g' "$here/../$file" | grep -qw -- "$word" || fail "to have $word in $file"
+      grep -qw -- "$word" <(sed 's/\\//g' "$here/../$file") || fail "to have $word in $file"
     done
   done
 done

@@ -2,137 +2,178 @@
 #include "command_line.h"
 #include "commands.h"
 #include "describing.h"
-#include "description_reader.h"
+#include "description.h"
 #include "each_file.h"
 #include "entries.h"
 #include "failure.h"
 #include "input_file.h"
 #include "json_text.h"
-#include "library_diagnostics.h"
 #include "terminal_text.h"
 
-#include <qzjexxml/qzjexxml.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <string>
-#include <tuple>
+#include <string_view>
 #include <vector>
 
 namespace tool {
 namespace {
 
+struct Options {
+  std::vector<std::string> files;
+  std::string output;
+  bool json = false;
+  std::vector<std::string> ignored;
+  bool errorsOnly = false;
+  std::string color = "auto";
+};
+
+std::string placeOf(const std::string& file, Description& description, const Entry& entry) {
+  return placeOf(file, description.placeOf(entry.element->tag()));
+}
+
+void checkPath(const Entry& entry, Description& description) {
+  const Element& element = *entry.element;
+  if (!entry.value.empty() && !entry.value.starts_with('/')) {
+    description.find(Rule::relativePath, element.attribute(*element.kind->attribute("abspath")),
+                     [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
+  }
+}
+
 // A target without a folder reads "/FILE" in the record, which is no absolute path that somebody wrote.
 void checkTarget(const Entry& entry, Description& description) {
-  if (entry.value.starts_with("//") ||
-      (entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
+  if ((entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
       ("/" + entry.value + "/").find("/../") != std::string::npos) {
-    description.find(entry.element->place, false,
-                     "target " + inQuotes(entry.value) + " may lead out of where it is restored");
+    description.find(Rule::strayTarget, entry.element->tag(),
+                     [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
+  }
+}
+
+// Among the files that count.
+void checkSharedTargets(const std::string& file, const std::vector<Entry>& entries, Description& description) {
+  std::vector<const Entry*> files;
+  for (const Entry& entry : entries) {
+    if (entry.isFile && entry.counts()) {
+      files.push_back(&entry);
+    }
+  }
+  if (!std::ranges::is_sorted(files, {}, &Entry::value)) {
+    std::ranges::stable_sort(files, {}, &Entry::value);
+  }
+  for (std::size_t i = 1; i < files.size(); ++i) {
+    const Entry& other = *files[i - 1];
+    if (files[i]->value == other.value) {
+      description.find(Rule::sharedTarget, files[i]->element->tag(), [&] {
+        return "target " + inQuotes(other.value) + " is that of " + inQuotes(other.key) + " too, at " +
+               placeOf(file, description, other);
+      });
+    }
   }
 }
 
 // Entries that override each other, and paths that lead elsewhere.
 void checkEntries(const std::string& file, Description& description) {
   const std::vector<Entry> entries = entriesOf(description);
-  std::map<std::string, const Entry*> macros;
-  std::map<std::string, const Entry*> sources;
-  std::map<std::string, const Entry*> targets;
   for (const Entry& entry : entries) {
-    const Place& place = entry.element->place;
-    const Entry*& before = (entry.isFile ? sources : macros)[entry.key];
-    if (before != nullptr && !entry.key.empty()) {
-      description.find(place, false,
-                       (entry.isFile ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
-                           placeOf(file, before->element->place));
+    if (entry.overrides != nullptr && !entry.key.empty()) {
+      description.find(Rule::overriddenEntry, entry.element->tag(), [&] {
+        return (entry.isFile ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
+               placeOf(file, description, *entry.overrides);
+      });
     }
-    before = &entry;
-    if (!entry.isFile) {
-      if (!entry.value.empty() && !entry.value.starts_with('/')) {
-        description.find(place, false, "abspath " + inQuotes(entry.value) + " is not absolute");
-      }
-      continue;
-    }
-    const Entry*& other = targets[entry.value];
-    if (other != nullptr && other->key != entry.key) {
-      description.find(place, false,
-                       "target " + inQuotes(entry.value) + " is that of " + inQuotes(other->key) + " too, at " +
-                           placeOf(file, other->element->place));
-    }
-    other = &entry;
-    checkTarget(entry, description);
+    entry.isFile ? checkTarget(entry, description) : checkPath(entry, description);
   }
+  checkSharedTargets(file, entries, description);
 }
 
 void checkType(Description& description) {
   const Element& root = description.elements.front();
-  if (root["type"] == (description.isManifest() ? "project" : "archive")) {
-    description.find(root.place, false,
-                     std::string("its type is ") + inQuotes(root["type"]) + ", but the content is that of " +
-                         (description.isManifest() ? "an archive manifest" : "a project description"));
+  const std::string type = root["type"];
+  if (type == (description.isManifest() ? "project" : "archive")) {
+    description.find(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
+      return "its type is " + inQuotes(type) + ", but the content is that of " +
+             (description.isManifest() ? "an archive manifest" : "a project description");
+    });
   }
 }
 
-// Whatever else a load may say.
-void checkLoad(const char* path, Description& description) {
-  const std::string diagnostics = diagnosticsOf([&] {
-    if (description.isManifest()) {
-      KIVData* record = nullptr;
-      InitKIVData(path, &record);
-      TermKIVData(&record);
-    } else {
-      void* handle = nullptr;
-      InitNOXData(path, &handle);
-    }
-  });
-  if (!diagnostics.empty()) {
-    description.find({}, true, diagnostics.substr(0, diagnostics.find('\n')));
-  }
-}
+struct Checked {
+  std::vector<Finding> findings;  // in the order of their places
+  bool isManifest = true;
+};
 
-// With its findings in the order of their places.
-Description checked(const std::string& file) {
-  Description description;
+Checked checked(const std::string& file, const Rules& ignored) {
   try {
     const InputFile input(file);
-    description = readDescription(input.path());
-    if (std::ranges::none_of(description.findings, &Finding::isError)) {
+    Description description(input.path(), ignored);
+    if (!description.hasErrors()) {
       checkType(description);
       checkEntries(file, description);
-      checkLoad(input.path(), description);
     }
+    description.finishFindings();
+    return {std::move(description.findings), description.isManifest()};
   } catch (const Failure& failure) {
-    description.find({}, true, failure.what());
+    return {{{{}, Rule::unreadable, failure.what()}}};
   }
-  std::ranges::stable_sort(description.findings, {},
-                           [](const Finding& finding) { return std::tuple(finding.place.line, finding.place.column); });
-  return description;
 }
 
-// Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT" or "... warning: TEXT", or for each file
-// one JSON object on a line. fileFailed when there is a finding.
-ExitStatus checkFiles(const std::vector<std::string>& files, bool asJson) {
-  return forEachFile(files, [&](const std::string& file) {
-    const Description description = checked(file);
-    if (asJson) {
-      std::cout << '{' << jsonOfFile(file) << R"(,"kind":)" << json(description.isManifest() ? "manifest" : "project")
-                << ",\"findings\":" << json(description.findings) << "}\n";
+// In colors, or not.
+class FindingPrinter {
+ public:
+  explicit FindingPrinter(bool colored) : isColored(colored) {}
+
+  void print(const std::string& file, const Finding& finding) const {
+    const bool error = isError(finding.rule);
+    std::cout << in("1", shown(placeOf(file, finding.place)) + ':') << ' '
+              << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
+              << nameOf(finding.rule) << "]\n";
+  }
+
+ private:
+  std::string in(const char* color, const std::string& text) const {
+    return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
+  }
+
+  bool isColored;
+};
+
+// On a terminal, unless the user's environment says no.
+bool isColored(const Options& options) {
+  const char* refusal = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  return options.color == "always" ||
+         (options.color == "auto" && (options.output.empty() || options.output == "-") && isatty(STDOUT_FILENO) == 1 &&
+          (refusal == nullptr || *refusal == '\0') && terminal != nullptr && std::string_view(terminal) != "dumb");
+}
+
+// Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or
+// for each file one JSON object on a line. fileFailed when there is a finding that counts.
+ExitStatus checkFiles(const Options& options) {
+  Rules ignored;
+  for (const std::string& name : options.ignored) {
+    ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
+  }
+  const FindingPrinter printer(isColored(options));
+  return forEachFile(options.files, [&](const std::string& file) {
+    const auto [findings, isManifest] = checked(file, ignored);
+    if (options.json) {
+      std::cout << '{' << jsonOfFile(file) << R"(,"kind":)" << json(isManifest ? "manifest" : "project")
+                << ",\"findings\":" << json(findings) << "}\n";
     } else {
-      for (const auto& [place, isError, text] : description.findings) {
-        std::cout << shown(placeOf(file, place) + (isError ? ": error: " : ": warning: ") + text) << '\n';
+      for (const Finding& finding : findings) {
+        printer.print(file, finding);
       }
     }
-    return description.findings.empty() ? allGood : fileFailed;
+    return std::ranges::all_of(findings,
+                               [&](const Finding& finding) { return options.errorsOnly && !isError(finding.rule); })
+               ? allGood
+               : fileFailed;
   });
 }
-
-struct Options {
-  std::vector<std::string> files;
-  std::string output;
-  bool json = false;
-};
 
 }  // namespace
 
@@ -140,12 +181,15 @@ void addCheck(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
            [options] {
-             return describe(options->output, options->files, options->json,
-                             [&] { return checkFiles(options->files, options->json); });
+             return describe(options->output, options->files, options->json, [&] { return checkFiles(*options); });
            })
       .files(options->files)
       .output(options->output)
-      .flag("--json", options->json, "Print one JSON object for each file, on a line");
+      .flag("--json", options->json, "Print one JSON object for each file, on a line")
+      .options("--ignore", options->ignored, "Do not warn by this rule; may be given several times", mistakeInIgnoring)
+      .flag("--errors-only", options->errorsOnly, "Let only errors count for the exit status")
+      .choice("--color", options->color, {"auto", "always", "never"},
+              "Color severities and places; auto is on a terminal");
 }
 
 }  // namespace tool

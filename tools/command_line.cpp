@@ -34,6 +34,20 @@ Command& Command::option(const char* name, std::string& value, const char* text)
   return *this;
 }
 
+Command& Command::options(const char* name, std::vector<std::string>& values, const char* text,
+                          std::string (*mistakeIn)(std::string_view value)) {
+  app->add_option(name, values, text)->allow_extra_args(false)->check([mistakeIn](const std::string& value) {
+    return mistakeIn(value);
+  });
+  return *this;
+}
+
+Command& Command::choice(const char* name, std::string& value, const std::vector<std::string>& choices,
+                         const char* text) {
+  app->add_option(name, value, text)->check(CLI::IsMember(choices));
+  return *this;
+}
+
 Command& Command::output(std::string& file) {
   app->add_option("-o,--output", file, "Write to this file, wholly or not at all; - is the standard output")
       ->check([](const std::string& name) { return std::string(name.empty() ? "is an empty name" : ""); });

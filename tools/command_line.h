@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -25,6 +26,10 @@ class Command {
   Command& files(std::vector<std::string>& names);
   Command& flag(const char* name, bool& value, const char* text);
   Command& option(const char* name, std::string& value, const char* text);
+  // May be given several times. `mistakeIn` says what is wrong with a value, or nothing.
+  Command& options(const char* name, std::vector<std::string>& values, const char* text,
+                   std::string (*mistakeIn)(std::string_view value));
+  Command& choice(const char* name, std::string& value, const std::vector<std::string>& choices, const char* text);
   Command& output(std::string& file);
   Command& passphraseFile(std::string& file);
   Command& excludes(const char* name, const char* other);

@@ -1,25 +1,100 @@
 #include "description.h"
 
+#include "description_parser.h"
+#include "library_diagnostics.h"
+#include "text/lcp_text.h"
+#include "tree/node_attribute.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <algorithm>
+#include <new>
+#include <tuple>
+#include <utility>
+
 namespace tool {
 
 std::string placeOf(const std::string& file, const Place& place) {
   return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
 }
 
-const std::string& Element::operator[](const std::string& attribute) const {
-  static const std::string absent;
-  const auto given = attributes.find(attribute);
-  return given == attributes.end() ? absent : given->second;
+std::optional<std::string> Element::value(const AttributeKind& attribute) const {
+  std::string text;
+  jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute.parserName.c_str());
+  read.fetch();
+  read.readText(text);
+  return read.missing ? std::nullopt : std::optional(std::move(text));
 }
 
-void Description::find(const Place& place, bool isError, const std::string& text) {
-  constexpr std::size_t most = 1'000;
-  warnings += isError ? 0 : 1;
-  if (isError || warnings <= most) {
-    findings.push_back({place, isError, text});
-  } else if (warnings == most + 1) {
-    findings.push_back({place, false, "there are more warnings, which are not shown"});
+std::string Element::operator[](std::string_view attribute) const {
+  return value(*kind->attribute(attribute)).value_or("");
+}
+
+Description::Description(const char* path, const Rules& ignored) : ignoredRules(ignored) {
+  bool wasRead = false;
+  const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(path, bytes); });
+  if (wasRead) {
+    parse();
+  } else {
+    find(Rule::unreadable, Place{}, diagnostics.substr(0, diagnostics.find('\n')));
   }
 }
+
+Description::~Description() = default;
+
+void Description::parse() {
+  parser = std::make_unique<DescriptionParser>(*this);
+  try {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data), bytes.length, "");
+    source.setCopyBufToStream(false);
+    parser->parse(source);
+  } catch (const jexxml::DocumentRefused&) {  // which was reported
+  } catch (const xercesc::XMLException& exception) {
+    find(Rule::notLoadable, Place{}, std::string(jexxml::LcpText(exception.getMessage()).view()));
+  } catch (const xercesc::DOMException& exception) {
+    find(Rule::notLoadable, Place{}, "DOMException code: " + std::to_string(exception.code));
+  } catch (const xercesc::OutOfMemoryException&) {
+    throw std::bad_alloc();
+  }
+}
+
+// Silenced first, so that what a comment silences counts as used whatever else is ignored.
+bool Description::isWanted(Rule rule, const Spot& spot) {
+  constexpr std::size_t most = 1'000;
+  if (isError(rule)) {
+    return true;
+  }
+  if (suppressions.silence(spot.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {
+    return false;
+  }
+  ++warnings;
+  if (warnings == most + 1) {
+    findings.push_back({placeOf(spot), Rule::moreWarnings, "there are more warnings, which are not shown"});
+  }
+  return warnings <= most;
+}
+
+void Description::finishFindings() {
+  if (!hasErrors()) {
+    suppressions.forEachUseless([&](const ParserPlace& place, const std::string& why) {
+      find(Rule::uselessIgnore, Spot{.token = Token::comment, .place = place, .attribute = {}, .suppressions = {}},
+           [&] { return "the comment silences nothing: " + why; });
+    });
+  }
+  std::ranges::stable_sort(findings, {},
+                           [](const Finding& finding) { return std::tuple(finding.place.line, finding.place.column); });
+}
+
+bool Description::hasErrors() const {
+  return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
+}
+
+xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->getDocument(); }
 
 }  // namespace tool

@@ -1,28 +1,89 @@
 #include "entries.h"
 
+#include "library_diagnostics.h"
+#include "manifest/kiv_data_load.h"
+#include "project/nox_nodes.h"
+
+#include <algorithm>
+#include <tuple>
+
 namespace tool {
 namespace {
 
 std::string join(const std::string& first, const std::string& last) { return first + '/' + last; }
 
-const std::string& firstGiven(const Element& element, const char* name, const char* otherwise) {
-  return element[name].empty() ? element[otherwise] : element[name];
+std::string firstGiven(const Element& element, const char* name, const std::string& otherwise) {
+  std::string given = element[name];
+  return given.empty() ? otherwise : given;
+}
+
+// What a load says after the parse, as a finding.
+bool isRefused(Description& description) {
+  const std::string diagnostics = diagnosticsOf([&] {
+    if (description.isManifest()) {
+      jexxml::KivMaster master{description.document(), nullptr};
+      jexxml::buildWithinLimit(master, description.fileSize());
+    } else {
+      jexxml::NoxMaster master{description.document(), nullptr};
+      jexxml::buildNoxMaster(master);
+    }
+  });
+  if (!diagnostics.empty()) {
+    const bool isLimit = diagnostics.starts_with("The file map");
+    description.find(isLimit ? Rule::overLimit : Rule::notLoadable, Place{},
+                     diagnostics.substr(0, diagnostics.find('\n')));
+  }
+  return !diagnostics.empty();
+}
+
+// As the record has it.
+Entry fileOf(const Element& element, const std::string& rootPath) {
+  const std::string folder = element["dir_name"];
+  const std::string file = element["file_name"];
+  return {&element, true, join(join(rootPath, folder), file),
+          join(firstGiven(element, "dir_rename", folder), firstGiven(element, "file_rename", file))};
+}
+
+void findOverridden(std::vector<Entry>& entries) {
+  std::vector<Entry*> ordered;
+  ordered.reserve(entries.size());
+  for (Entry& entry : entries) {
+    ordered.push_back(&entry);
+  }
+  const auto key = [](const Entry* entry) { return std::tie(entry->isFile, entry->key); };
+  if (!std::ranges::is_sorted(ordered, {}, key)) {
+    std::ranges::stable_sort(ordered, {}, key);
+  }
+  for (std::size_t i = 1; i < ordered.size(); ++i) {
+    if (key(ordered[i - 1]) == key(ordered[i])) {
+      ordered[i]->overrides = ordered[i - 1];
+      ordered[i - 1]->overriddenBy = ordered[i];
+    }
+  }
 }
 
 }  // namespace
 
-std::vector<Entry> entriesOf(const Description& description) {
+std::vector<Entry> entriesOf(Description& description) {
   std::vector<Entry> entries;
+  if (isRefused(description)) {
+    return entries;
+  }
+  const Element* root = nullptr;
+  std::string rootPath;
   for (const Element& element : description.elements) {
     const Element& parent = description.elements[element.parent];
     if (parent.kind->name == "rootmacro") {
       entries.push_back({&element, false, element["name"], element["abspath"]});
     } else if (parent.kind->name == "root") {
-      entries.push_back(
-          {&element, true, join(join(parent["path"], element["dir_name"]), element["file_name"]),
-           join(firstGiven(element, "dir_rename", "dir_name"), firstGiven(element, "file_rename", "file_name"))});
+      if (&parent != root) {
+        root = &parent;
+        rootPath = parent["path"];
+      }
+      entries.push_back(fileOf(element, rootPath));
     }
   }
+  findOverridden(entries);
   return entries;
 }
 

@@ -2,7 +2,7 @@
 #include "command_line.h"
 #include "commands.h"
 #include "describing.h"
-#include "description_reader.h"
+#include "description.h"
 #include "each_file.h"
 #include "entries.h"
 #include "failure.h"
@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,8 +23,8 @@ void printComposition(const Element& element, const Element& parent) {
   const char* separator = "  ";
   for (const Element* part : {&parent, &element}) {
     for (const AttributeKind& attribute : part->kind->attributes) {
-      if (part->attributes.contains(attribute.name)) {
-        std::cout << separator << attribute.name << '=' << shown(inQuotes((*part)[attribute.name]));
+      if (const auto value = part->value(attribute)) {
+        std::cout << separator << attribute.name << "=\"" << shown(*value) << '"';
         separator = " ";
       }
     }
@@ -33,31 +32,33 @@ void printComposition(const Element& element, const Element& parent) {
   std::cout << '\n';
 }
 
+void printOther(const char* relation, const Entry* other, const std::string& file, Description& description) {
+  if (other != nullptr) {
+    std::cout << "  " << relation << ' ' << shown(placeOf(file, description.placeOf(other->element->tag()))) << '\n';
+  }
+}
+
 // Prints where the entries stand that set a file (by its source or target) or a root macro (by its name), how they are
 // composed, and which of them override which.
 ExitStatus explainEntry(const std::string& file, const std::string& key) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
-    const Description description = readDescription(input.path());
-    if (std::ranges::any_of(description.findings, &Finding::isError)) {
+    Description description(input.path());
+    const std::vector<Entry> entries = description.hasErrors() ? std::vector<Entry>() : entriesOf(description);
+    if (description.hasErrors()) {
       throw Failure("cannot be loaded; \"qzjexxml check\" says why");
     }
-    const std::vector<Entry> entries = entriesOf(description);
-    std::map<std::string, const Entry*> before;
     bool found = false;
     for (const Entry& entry : entries) {
       if (entry.key != key && !(entry.isFile && entry.value == key)) {
         continue;
       }
-      std::cout << shown(placeOf(file, entry.element->place) + ": " + entry.key + (entry.isFile ? " -> " : " = ") +
-                         entry.value)
+      std::cout << shown(placeOf(file, description.placeOf(entry.element->tag())) + ": " + entry.key +
+                         (entry.isFile ? " -> " : " = ") + entry.value)
                 << '\n';
       printComposition(*entry.element, description.elements[entry.element->parent]);
-      const Entry*& earlier = before[(entry.isFile ? "f" : "m") + entry.key];
-      if (earlier != nullptr) {
-        std::cout << "  overrides " << shown(placeOf(file, earlier->element->place)) << '\n';
-      }
-      earlier = &entry;
+      printOther("overrides", entry.overrides, file, description);
+      printOther("overridden by", entry.overriddenBy, file, description);
       found = true;
     }
     if (!found) {

@@ -4,6 +4,8 @@
 #include <utf8.h>
 
 #include <iostream>
+#include <map>
+#include <utility>
 
 namespace tool {
 
@@ -36,9 +38,9 @@ std::string jsonOfFile(const std::string& file) {
 
 std::string json(const std::vector<Finding>& findings) {
   std::string list;
-  for (const auto& [place, isError, text] : findings) {
+  for (const auto& [place, rule, text] : findings) {
     list += list.empty() ? "{" : ",{";
-    list += R"("severity":)" + json(isError ? "error" : "warning");
+    list += R"("severity":)" + json(isError(rule) ? "error" : "warning") + ",\"rule\":" + json(nameOf(rule));
     if (place.line != 0) {
       list += ",\"line\":" + std::to_string(place.line) + ",\"column\":" + std::to_string(place.column);
     }
@@ -61,7 +63,13 @@ void printJson(const Description& description) {
     const Element& element = description.elements[i];
     std::cout << (i != 0 && closeTo(element.parent) ? "," : "") << "{\"element\":" << json(element.kind->name)
               << ",\"attributes\":";
-    printObject(element.attributes, [](const std::string& value) { return value; });
+    std::map<std::string, std::string> attributes;
+    for (const AttributeKind& attribute : element.kind->attributes) {
+      if (auto value = element.value(attribute)) {
+        attributes.emplace(attribute.name, *std::move(value));
+      }
+    }
+    printObject(attributes, [](const std::string& value) { return value; });
     std::cout << ",\"children\":[";
     open.push_back(i);
   }

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_JSON_TEXT_H
 #define QZJEXXML_TOOLS_JSON_TEXT_H
 
-#include "description_reader.h"
+#include "description.h"
 
 #include <iostream>
 #include <string>
@@ -18,7 +18,8 @@ std::string json(const std::vector<std::string>& texts);
 // The member "file"; for a name that is not UTF-8, also "fileBytes": the name with its bytes above 0x7F, and %, as %E9.
 std::string jsonOfFile(const std::string& file);
 
-// [{"severity":"error","line":2,"column":1,"message":"..."}, ...], without the place where there is none.
+// [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without the place where there is
+// none.
 std::string json(const std::vector<Finding>& findings);
 
 // An object of the keys of a map and the texts that `valueOf` gives for its values.

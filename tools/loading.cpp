@@ -1,6 +1,5 @@
 #include "loading.h"
 
-#include "description_reader.h"
 #include "each_file.h"
 #include "failure.h"
 #include "input_file.h"
@@ -14,9 +13,9 @@ namespace tool {
 namespace {
 
 void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
-  std::erase_if(errors, [](const Finding& finding) { return !finding.isError; });
+  std::erase_if(errors, [](const Finding& finding) { return !isError(finding.rule); });
   if (errors.empty()) {  // whatever kept it from loading is not the parser's to say
-    errors.push_back({.place = {}, .isError = true, .text = "cannot be loaded"});
+    errors.push_back({{}, Rule::notLoadable, "cannot be loaded"});
   }
   std::cout << '{' << jsonOfFile(file) << ",\"errors\":" << json(errors) << "}\n";
 }
@@ -38,12 +37,12 @@ ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& com
       const ExitStatus outcome =
           command(file, input.path(), options.files.size() > 1 ? shown(file) + ":\n" : std::string());
       if (outcome != allGood && options.json) {
-        printJsonErrors(file, readDescription(input.path()).findings);
+        printJsonErrors(file, Description(input.path()).findings);
       }
       return outcome;
     } catch (const Failure& failure) {
       if (options.json) {
-        printJsonErrors(file, {{.place = {}, .isError = true, .text = failure.what()}});
+        printJsonErrors(file, {{{}, Rule::unreadable, failure.what()}});
       }
       throw;
     }

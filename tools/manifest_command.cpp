@@ -1,7 +1,6 @@
 // qzjexxml manifest: prints what a load of archive manifests gives.
 #include "commands.h"
 #include "describing.h"
-#include "description_reader.h"
 #include "json_text.h"
 #include "loading.h"
 #include "manifest/kiv_dump.h"
@@ -70,7 +69,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
     return outcome;
   }
   if (record->rootMacros.empty() && record->fileMap.empty() && record->varnixPath.empty()) {
-    warnOfOtherKind(file, readDescription(path), true);
+    warnOfOtherKind(file, Description(path), true);
   }
   if (options.json) {
     printJson(file, *record);

@@ -1,7 +1,6 @@
 // qzjexxml project: loads project descriptions, and prints their trees.
 #include "commands.h"
 #include "describing.h"
-#include "description_reader.h"
 #include "json_text.h"
 #include "loading.h"
 #include "project/nox_dump.h"
@@ -22,7 +21,7 @@ ExitStatus printProject(const LoadOptions& options, const std::string& file, con
         }
       });
   if (outcome == allGood) {
-    const Description description = readDescription(path);
+    const Description description(path);
     warnOfOtherKind(file, description, false);
     if (options.json) {
       std::cout << '{' << jsonOfFile(file) << ",\"project\":";

@@ -18,19 +18,19 @@ namespace {
 
 using xercesc::DOMElement;
 
-std::string attributeOf(const DOMElement& element, const char16_t* name) {
-  return std::string(jexxml::LcpText(element.getAttribute(name)).view());
-}
+std::string textOf(const XMLCh* text) { return std::string(jexxml::LcpText(text).view()); }
 
 // Elements of the schema that declare neither an element nor an attribute only hold those that do.
 void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   for (const DOMElement* child = schema.getFirstElementChild(); child != nullptr;
        child = child->getNextElementSibling()) {
     const std::u16string_view declares = child->getLocalName();
+    const XMLCh* name = child->getAttribute(u"name");
     if (declares == u"element") {
-      readDeclarations(*child, kind.children.emplace_back(ElementKind{attributeOf(*child, u"name"), {}, {}}));
+      readDeclarations(*child, kind.children.emplace_back(ElementKind{textOf(name), name, {}, {}}));
     } else if (declares == u"attribute") {
-      kind.attributes.push_back({attributeOf(*child, u"name"), attributeOf(*child, u"use") == "required"});
+      const bool required = std::u16string_view(child->getAttribute(u"use")) == u"required";
+      kind.attributes.push_back({textOf(name), name, required});
     } else {
       readDeclarations(*child, kind);
     }
@@ -61,18 +61,23 @@ std::size_t distance(std::string_view from, std::string_view to) {
   return row.back();
 }
 
-template <typename Kind>
-const Kind* named(const std::vector<Kind>& kinds, std::string_view name) {
-  const auto place = std::ranges::find(kinds, name, &Kind::name);
+const auto* named(const auto& kinds, auto name, auto member) {
+  const auto place = std::ranges::find(kinds, name, member);
   return place == kinds.end() ? nullptr : &*place;
 }
 
 }  // namespace
 
-const ElementKind* ElementKind::child(std::string_view childName) const { return named(children, childName); }
+const ElementKind* ElementKind::child(std::u16string_view childName) const {
+  return named(children, childName, &ElementKind::parserName);
+}
+
+const AttributeKind* ElementKind::attribute(std::u16string_view attributeName) const {
+  return named(attributes, attributeName, &AttributeKind::parserName);
+}
 
 const AttributeKind* ElementKind::attribute(std::string_view attributeName) const {
-  return named(attributes, attributeName);
+  return named(attributes, attributeName, &AttributeKind::name);
 }
 
 const ElementKind& manifestVocabulary() {
@@ -85,7 +90,18 @@ const ElementKind& projectVocabulary() {
   return root;
 }
 
-std::string inQuotes(std::string_view name) { return '"' + std::string(name) + '"'; }
+std::string inQuotes(std::string_view name) { return '"' + cut(name, 100) + '"'; }
+
+// In UTF-8, not within a character.
+std::string cut(std::string_view text, std::size_t most) {
+  if (text.size() <= most) {
+    return std::string(text);
+  }
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0U) == 0x80) {
+    --most;
+  }
+  return std::string(text.substr(0, most)) + "...";
+}
 
 std::string suggestion(std::string_view name, const std::vector<std::string>& names) {
   constexpr std::size_t far = 3;

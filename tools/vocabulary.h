@@ -2,6 +2,7 @@
 #ifndef QZJEXXML_TOOLS_VOCABULARY_H
 #define QZJEXXML_TOOLS_VOCABULARY_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,14 +11,18 @@ namespace tool {
 
 struct AttributeKind {
   std::string name;
+  std::u16string parserName;
   bool required;  // the element is of no use without it
 };
 
 struct ElementKind {
-  const ElementKind* child(std::string_view name) const;
+  // Null when there is none.
+  const ElementKind* child(std::u16string_view name) const;
+  const AttributeKind* attribute(std::u16string_view name) const;
   const AttributeKind* attribute(std::string_view name) const;
 
   std::string name;
+  std::u16string parserName;
   std::vector<AttributeKind> attributes;
   std::vector<ElementKind> children;
 };
@@ -26,8 +31,11 @@ struct ElementKind {
 const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
 
-// In double quotes.
+// In double quotes; of a longer one, 100 bytes with "..." behind them.
 std::string inQuotes(std::string_view name);
+
+// The text, or so many of its bytes with "..." behind them.
+std::string cut(std::string_view text, std::size_t most);
 
 // What a writer may have meant by a name: `; did you mean "NAME"?` with the nearest of the names, or nothing when none
 // is near.

@@ -7,12 +7,16 @@ _qzjexxml() {
   fi
   case ${COMP_WORDS[1]} in
     manifest | project) options='--json --tree --output --help' ;;
-    check) options='--json --output --help' ;;
+    check) options='--json --ignore --errors-only --color --output --help' ;;
     diff | explain) options='--output --help' ;;
     encrypt) options='--force --output --passphrase-file --help' ;;
     decrypt) options='--output --passphrase-file --help' ;;
     verify) options='--passphrase-file --help' ;;
     help) mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify' -- "$word") && return ;;
+  esac
+  case $before in
+    --ignore) mapfile -t COMPREPLY < <(compgen -W 'unknown-element entity-element unknown-attribute missing-attribute empty-attribute ignored-text overridden-entry shared-target stray-target relative-path wrong-type useless-ignore more-warnings' -- "$word") && return ;;
+    --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$word") && return ;;
   esac
   if [[ $word == -* && $before != --passphrase-file && $before != --output && $before != -o ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
