@@ -81,6 +81,7 @@ qzjexxml: passphrase: the passphrases differ' ]; then
   fail "to ask: $(cat prompts)"
 fi
 files=$(printf 'b.xml %.0s' {1..50})
-script -qec "${tool[*]} project $files" /dev/null </dev/null | grep -qF $'\r\e[K50 of 50: b.xml\r\e[K' || fail 'to show how far it is'
+script -qec "${tool[*]} check --color=auto $files mistakes.xml" /dev/null </dev/null >shown || true
+grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[1;35mwarning:\e[m its type' shown || fail 'to show how far it is'
 
 exit $((failures > 0))

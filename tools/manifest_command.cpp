@@ -20,14 +20,18 @@ namespace {
 
 using Row = std::pair<std::string, std::string>;
 
+// The right side in one column, but not further right than a screen is wide.
 void printRows(std::string_view title, std::string_view separator, const std::vector<Row>& rows) {
+  constexpr std::size_t widest = 80;
   std::size_t width = 0;
   for (const auto& [left, right] : rows) {
-    width = std::max(width, columnsOf(left));
+    const std::size_t columns = columnsOf(left);
+    width = columns > widest ? width : std::max(width, columns);
   }
   std::cout << title << '\n';
   for (const auto& [left, right] : rows) {
-    std::cout << "  " << left << std::string(width - columnsOf(left), ' ') << separator << right << '\n';
+    std::cout << "  " << left << std::string(width - std::min(width, columnsOf(left)), ' ') << separator << right
+              << '\n';
   }
 }
 

@@ -13,7 +13,11 @@ class Redirection {
   Redirection(std::ostream& lent, std::streambuf* buffer) : stream(lent), standard(lent.rdbuf(buffer)) {}
   Redirection(const Redirection&) = delete;
   Redirection& operator=(const Redirection&) = delete;
-  ~Redirection() { stream.rdbuf(standard); }
+  ~Redirection() {
+    const std::ios::iostate state = stream.rdstate();  // which a change of the buffer clears
+    stream.rdbuf(standard);
+    stream.setstate(state);
+  }
 
  private:
   std::ostream& stream;

@@ -9,7 +9,7 @@
 namespace tool {
 
 // The text, in the locale's code page or UTF-8, as a terminal may get it: control characters, which could move its
-// cursor or begin a line, as \u001B.
+// cursor, begin a line or turn the direction of writing, as \u001B.
 std::string shown(std::string_view text);
 
 // How many columns of a terminal the text takes; where the locale does not know, a UTF-8 character takes one.
