@@ -1,75 +1,20 @@
-// qzjexxml diff: what differs between two manifests.
+// qzjexxml diff: what differs between two manifests, or two project descriptions.
 #include "command_line.h"
 #include "commands.h"
+#include "comparison.h"
 #include "describing.h"
+#include "description.h"
 #include "each_file.h"
+#include "failure.h"
 #include "input_file.h"
 #include "loading.h"
 #include "printed_output.h"
-#include "terminal_text.h"
 
-#include <iostream>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace tool {
 namespace {
-
-using Values = std::map<std::string, std::string>;  // of the entries, by their names
-
-Values valuesOf(const KIVData& record) {
-  Values values;
-  for (const auto& [name, path] : record.rootMacros) {
-    values["root macro " + name] = " = " + path;
-  }
-  for (const auto& [source, entry] : record.fileMap) {
-    values["file " + source] = " -> " + entry.target;
-  }
-  std::map<std::string, int> times;
-  for (const std::string& path : record.varnixPath) {
-    const int time = ++times[path];
-    values["search path " + path + (time == 1 ? "" : ", time " + std::to_string(time))];
-  }
-  return values;
-}
-
-ExitStatus print(char sign, const std::string& name, const std::string& value) {
-  std::cout << sign << ' ' << shown(name + value) << '\n';
-  return differ;
-}
-
-// Prints a line for each entry that was added (+) or removed (-), or has another target or value (!). Returns
-// differ when there is one, and wrongUsage, as diff(1) does, when a file does not load.
-ExitStatus diffManifests(const std::string& oldFile, const std::string& newFile) {
-  ExitStatus status = allGood;
-  std::vector<Record> records;
-  const ExitStatus loaded = forEachFile({oldFile, newFile}, [&](const std::string& file) {
-    const InputFile input(file);
-    return loadRecord(file, input.path(), records.emplace_back());
-  });
-  if (loaded != allGood) {
-    return wrongUsage;
-  }
-  Values before = valuesOf(*records.front());
-  const Values after = valuesOf(*records.back());
-  for (const auto& [name, value] : after) {
-    const auto old = before.extract(name);
-    if (old.empty()) {
-      status = print('+', name, value);
-    } else if (old.mapped() != value) {
-      status = print('!', name, old.mapped() + ", now" + value);
-    }
-  }
-  for (const auto& [name, value] : before) {
-    status = print('-', name, value);
-  }
-  if (status == allGood && records.front()->varnixPath != records.back()->varnixPath) {
-    status = print('!', "search path", " in another order");
-  }
-  return finishOutput(status);
-}
 
 struct Options {
   std::string oldFile;
@@ -77,17 +22,79 @@ struct Options {
   std::string output;
 };
 
+enum class Kind { either, manifest, project };
+
+// One of the two files, loaded.
+struct Loaded {
+  explicit Loaded(const std::string& file) : input(file) {}
+
+  InputFile input;
+  Record record;
+  Kind kind = Kind::either;
+};
+
+ExitStatus load(const std::string& file, std::unique_ptr<Loaded>& loaded) {
+  return forEachFile({file}, [&](const std::string&) {
+    loaded = std::make_unique<Loaded>(file);
+    const ExitStatus outcome = loadRecord(file, loaded->input.path(), loaded->record);
+    if (outcome != allGood) {
+      return outcome;
+    }
+    if (!isEmpty(*loaded->record)) {
+      loaded->kind = Kind::manifest;
+      return allGood;
+    }
+    const Description description(loaded->input.path());
+    if (description.showsKind) {
+      loaded->kind = description.isManifest() ? Kind::manifest : Kind::project;
+    }
+    return allGood;
+  });
+}
+
+// Prints a line for each value that was added (+) or removed (-), or is another (!). Returns differ when there is one,
+// and wrongUsage, as diff(1) does, when a file does not load or one is of the other kind.
+ExitStatus diffFiles(const Options& options) {
+  std::unique_ptr<Loaded> before;
+  std::unique_ptr<Loaded> after;
+  const ExitStatus first = load(options.oldFile, before);
+  const ExitStatus second = load(options.newFile, after);
+  if (first != allGood || second != allGood) {
+    return wrongUsage;
+  }
+  if (before->kind != after->kind && before->kind != Kind::either && after->kind != Kind::either) {
+    report(options.newFile, after->kind == Kind::project ? "is a project description, and the other file a manifest"
+                                                         : "is a manifest, and the other file a project description");
+    return wrongUsage;
+  }
+  const bool areProjects = before->kind == Kind::project || after->kind == Kind::project;
+  Comparison comparison;
+  for (const auto* side : {before.get(), after.get()}) {
+    if (areProjects) {
+      comparison.add(Description(side->input.path()));
+    } else {
+      comparison.add(*side->record);
+    }
+  }
+  return finishOutput(comparison.print() ? differ : allGood);
+}
+
 }  // namespace
 
 void addDiff(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("diff", "Compare the entries of two manifests",
-           [options] {
-             return describe(options->output, {options->oldFile, options->newFile}, false,
-                             [&] { return diffManifests(options->oldFile, options->newFile); });
+  line.add("diff", "Compare two manifests, or two project descriptions",
+           [options]() -> ExitStatus {
+             try {
+               return describe(options->output, {options->oldFile, options->newFile}, false,
+                               [&] { return diffFiles(*options); });
+             } catch (const Failure& failure) {
+               report(failure.subject, failure.what());
+               return wrongUsage;
+             }
            })
-      .argument("OLD", options->oldFile, "The manifest before")
-      .argument("NEW", options->newFile, "The manifest after")
+      .argument("OLD", options->oldFile, "The description before")
+      .argument("NEW", options->newFile, "The description after")
       .output(options->output);
 }
 

@@ -53,6 +53,10 @@ ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {
   return diagnostics.empty() ? allGood : report(file, "cannot be loaded", diagnostics);
 }
 
+bool isEmpty(const KIVData& record) {
+  return record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty();
+}
+
 ExitStatus loadRecord(const std::string& file, const char* path, Record& record) {
   return outcomeOf(file, diagnosticsOf([&] {
                      KIVData* handle = nullptr;

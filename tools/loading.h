@@ -39,6 +39,9 @@ struct Release {
 };
 using Record = std::unique_ptr<KIVData, Release>;
 
+// Whether there is no entry, as in that of a description of the other kind.
+bool isEmpty(const KIVData& record);
+
 // Loads the manifest at `path`.
 ExitStatus loadRecord(const std::string& file, const char* path, Record& record);
 

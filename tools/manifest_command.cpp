@@ -72,7 +72,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
   if (outcome != allGood) {
     return outcome;
   }
-  if (record->rootMacros.empty() && record->fileMap.empty() && record->varnixPath.empty()) {
+  if (isEmpty(*record)) {
     warnOfOtherKind(file, Description(path), true);
   }
   if (options.json) {
