@@ -50,6 +50,17 @@ for command in $(qzjexxml --help | sed '1,/^Subcommands/d; s/^  \([a-z]*\).*/\1/
   done
 done
 
+# The documents have the rules and the messages of the code, and no others.
+diff <(sed -n '/names = {/,/};/p' "$here/../tools/rules.cpp" | grep -oP '"\K[a-z-]+' | sort) \
+  <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sort) >&2 || fail 'to document the rules'
+sed 's/\\"/"/g' "$here"/../tools/*.cpp >code
+sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
+perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:]report)\((.*?)\);|const char\* \w+ =([^;(]*);/gs) {
+  my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*.cpp >said
+while IFS= read -r text; do grep -qF -- "$text" documented || fail "to document \"$text\""; done <said
+cut -d '|' -f 2 documented | grep -o '`[^`]*`' | tr -d '`' | sed -E 's/^qzjexxml: //; s/^(FILE|OUT|passphrase|standard output): //; s/("KEY"|"\.\.\."|: \.\.\.|OUT|F: \.\.\.)$//; s/^\.\.\. //' >texts
+while IFS= read -r text; do grep -qF -- "$text" code || fail "to say \"$text\""; done <texts
+
 # Several at once, and signals.
 for _ in {1..4}; do qzjexxml encrypt --force --passphrase-file pw a.xml >/dev/null & done
 wait
