@@ -34,7 +34,7 @@ done <"$here/data/command.txt" >transcript
 diff -a "$here/data/command.txt" transcript >&2 || fail 'to do what data/command.txt says'
 
 # The C library does not free its own copy of LOCPATH.
-LOCPATH=$LOCALE_FOLDER LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 qzjexxml manifest --json a.xml |
+env LOCPATH="$LOCALE_FOLDER" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 "${tool[@]}" manifest --json a.xml |
   cmp - <(qzjexxml manifest --json a.xml) || fail 'to write JSON in UTF-8 everywhere'
 
 # A pipe that nobody reads.
@@ -92,7 +92,10 @@ qzjexxml: passphrase: the passphrases differ' ]; then
   fail "to ask: $(cat prompts)"
 fi
 files=$(printf 'b.xml %.0s' {1..50})
-script -qec "${tool[*]} check --color=auto $files mistakes.xml" /dev/null </dev/null >shown || true
-grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[1;35mwarning:\e[m its type' shown || fail 'to show how far it is'
+for no in '' 1; do
+  TERM=xterm NO_COLOR=$no script -qec "${tool[*]} check --color=auto $files mistakes.xml" /dev/null </dev/null >"shown$no" || true
+done
+grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[1;35mwarning:\e[m its type' shown &&
+  grep -qF $'\e[Kmistakes.xml:2:4: warning: its type' shown1 || fail 'to show how far it is'
 
 exit $((failures > 0))
