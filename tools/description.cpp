@@ -19,17 +19,37 @@
 #include <utility>
 
 namespace tool {
+namespace {
+
+using jexxml::NodeAttribute;
+
+NodeAttribute unread(const Element& element, const AttributeKind& kind) {
+  return {const_cast<xercesc::DOMNode*>(element.node), kind.parserName.c_str()};
+}
+
+std::string textOf(const NodeAttribute& attribute) {
+  std::string text;
+  attribute.readText(text);
+  return text;
+}
+
+}  // namespace
 
 std::string placeOf(const std::string& file, const Place& place) {
   return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
 }
 
 std::optional<std::string> Element::value(const AttributeKind& attribute) const {
-  std::string text;
-  jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute.parserName.c_str());
+  NodeAttribute read = unread(*this, attribute);
   read.fetch();
-  read.readText(text);
-  return read.missing ? std::nullopt : std::optional(std::move(text));
+  return read.missing ? std::nullopt : std::optional(textOf(read));
+}
+
+std::array<std::string, 4> Element::values(const std::array<std::string_view, 4>& names) const {
+  const auto at = [&](std::size_t i) { return unread(*this, *kind->attribute(names.at(i))); };
+  std::array<NodeAttribute, 4> read = {at(0), at(1), at(2), at(3)};
+  NodeAttribute::fetch({&read[0], &read[1], &read[2], &read[3]});
+  return {textOf(read[0]), textOf(read[1]), textOf(read[2]), textOf(read[3])};
 }
 
 std::string Element::operator[](std::string_view attribute) const {

@@ -11,6 +11,7 @@
 
 #include <xercesc/dom/DOMNode.hpp>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -43,7 +44,8 @@ struct Element {
   // In the local code page; none for an absent attribute.
   std::optional<std::string> value(const AttributeKind& attribute) const;
 
-  // Empty for an absent attribute. REQUIRES: its kind has one of that name.
+  // Empty for absent attributes. REQUIRES: its kind has those of the names.
+  std::array<std::string, 4> values(const std::array<std::string_view, 4>& names) const;
   std::string operator[](std::string_view attribute) const;
 
   Spot tag() const { return {Token::tag, end, {}, suppressions}; }

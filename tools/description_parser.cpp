@@ -1,7 +1,7 @@
 #include "description_parser.h"
 
 #include "document/parse_document.h"
-#include "text/lcp_text.h"
+#include "unknown_names.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>
@@ -11,9 +11,6 @@
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-#include <algorithm>
-#include <iterator>
-
 namespace tool {
 namespace {
 
@@ -21,32 +18,6 @@ using xercesc::XMLErrs;
 using xercesc::XMLString;
 
 constexpr std::size_t ignored = static_cast<std::size_t>(-1);
-
-std::string textOf(std::u16string_view text) {
-  return std::string(jexxml::LcpText(std::u16string(text).c_str()).view());
-}
-
-// Long before it is converted, so that a long name costs nothing for each time that it is wrong.
-std::string shortTextOf(std::u16string_view text) {
-  constexpr std::size_t longest = 200;  // more than is shown
-  return textOf(text.substr(0, longest));
-}
-
-std::vector<std::string> namesOf(const auto& kinds) {
-  std::vector<std::string> names;
-  std::ranges::transform(kinds, std::back_inserter(names), [](const auto& kind) { return kind.name; });
-  return names;
-}
-
-// Adds the elements that have a child of the name.
-void addParents(const ElementKind& kind, std::u16string_view name, const std::string& shownKind, std::string& parents) {
-  if (kind.child(name) != nullptr) {
-    parents += (parents.empty() ? "; it belongs in " : ", ") + shownKind;
-  }
-  for (const ElementKind& child : kind.children) {
-    addParents(child, name, inQuotes(child.name), parents);
-  }
-}
 
 // Names that a description may have for other readers.
 bool isForOthers(std::u16string_view attribute) {
@@ -162,7 +133,7 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
       Token::here,
       {static_cast<std::uint32_t>(exception.getLineNumber()), static_cast<std::uint32_t>(exception.getColumnNumber())},
       {});
-  std::string message = cut(textOf(exception.getMessage()), longest);
+  std::string message = textOf(std::u16string_view(exception.getMessage()).substr(0, longest));
   if (errorText == nullptr || !XMLString::equals(exception.getMessage(), errorText)) {
     rule = Rule::overLimit;
   } else if (findBadByte(message)) {
@@ -205,15 +176,13 @@ std::size_t DescriptionParser::take(const Spot& tag, std::u16string_view name, b
     return ignored;
   }
   if (!entities.empty()) {
-    description.find(Rule::entityElement, tag, [&] {
-      return "element " + inQuotes(shortTextOf(name)) + " is ignored: it comes out of the entity " +
-             inQuotes(shortTextOf(entities.front()));
-    });
+    description.find(Rule::entityElement, tag, [&] { return elementOfEntity(name, entities.front()); });
     return ignored;
   }
   const ElementKind* kind = isRoot ? description.root : kindIn(parent, name);
   if (kind == nullptr) {
-    description.find(Rule::unknownElement, tag, [&] { return whyUnknown(parent, name); });
+    description.find(Rule::unknownElement, tag,
+                     [&] { return unknownElement(name, *description.elements[parent].kind, *description.root); });
     return ignored;
   }
   description.elements.push_back(
@@ -221,30 +190,14 @@ std::size_t DescriptionParser::take(const Spot& tag, std::u16string_view name, b
   return description.elements.size() - 1;
 }
 
-std::string DescriptionParser::whyUnknown(std::size_t parent, std::u16string_view name) const {
-  const ElementKind& parentKind = *description.elements[parent].kind;
-  std::string hint;
-  addParents(*description.root, name, "the root element", hint);
-  if (hint.empty() && otherVocabulary().child(name) != nullptr) {
-    hint = description.isManifest() ? "; it belongs in a project description" : "; it belongs in an archive manifest";
-  }
-  return "element " + inQuotes(shortTextOf(name)) +
-         " is ignored: " + (parent == 0 ? "the root element" : inQuotes(parentKind.name)) + " has no such element" +
-         (hint.empty() ? suggestion(shortTextOf(name), namesOf(parentKind.children)) : hint);
-}
-
-const ElementKind& DescriptionParser::otherVocabulary() const {
-  return description.isManifest() ? projectVocabulary() : manifestVocabulary();
-}
-
 // The first child of the root element that either vocabulary has shows which one it is.
 const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_view name) {
   Element& element = description.elements[parent];
   const ElementKind* kind = element.kind->child(name);
   if (parent == 0 && kind == nullptr && description.elements.size() == 1) {
-    kind = otherVocabulary().child(name);
+    kind = otherVocabulary(*description.root).child(name);
     if (kind != nullptr) {
-      element.kind = description.root = &otherVocabulary();
+      element.kind = description.root = &otherVocabulary(*description.root);
     }
   }
   description.showsKind |= kind != nullptr;
@@ -264,11 +217,8 @@ void DescriptionParser::takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAt
         takeType(attributes.elementAt(i)->getValue());
       }
     } else if (!isForOthers(name)) {
-      description.find(Rule::unknownAttribute, Spot{Token::attribute, element.end, name, element.suppressions}, [&] {
-        return "attribute " + inQuotes(shortTextOf(name)) +
-               " is ignored: " + (description.elements.size() == 1 ? "the root element" : inQuotes(kind.name)) +
-               " has no such attribute" + suggestion(shortTextOf(name), namesOf(kind.attributes));
-      });
+      description.find(Rule::unknownAttribute, Spot{Token::attribute, element.end, name, element.suppressions},
+                       [&] { return unknownAttribute(name, kind, description.elements.size() == 1); });
     }
   }
   requireAttributes();

@@ -68,8 +68,6 @@ class DescriptionParser final : public jexxml::DocumentParser {
   Spot spot(Token token, const ParserPlace& at, const SuppressionRange& suppressions) const;
   std::size_t take(const Spot& tag, std::u16string_view name, bool isRoot);
   const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
-  const ElementKind& otherVocabulary() const;
-  std::string whyUnknown(std::size_t parent, std::u16string_view name) const;
   void takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
   void takeType(std::u16string_view value);
   void requireAttributes();

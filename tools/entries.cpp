@@ -12,11 +12,6 @@ namespace {
 
 std::string join(const std::string& first, const std::string& last) { return first + '/' + last; }
 
-std::string firstGiven(const Element& element, const char* name, const std::string& otherwise) {
-  std::string given = element[name];
-  return given.empty() ? otherwise : given;
-}
-
 // What a load says after the parse, as a finding.
 bool isRefused(Description& description) {
   const std::string diagnostics = diagnosticsOf([&] {
@@ -36,12 +31,12 @@ bool isRefused(Description& description) {
   return !diagnostics.empty();
 }
 
-// As the record has it.
+// As the record has it. Reads the attributes in one pass over those that are there.
 Entry fileOf(const Element& element, const std::string& rootPath) {
-  const std::string folder = element["dir_name"];
-  const std::string file = element["file_name"];
+  const auto [folder, file, newFolder, newFile] =
+      element.values({"dir_name", "file_name", "dir_rename", "file_rename"});
   return {&element, true, join(join(rootPath, folder), file),
-          join(firstGiven(element, "dir_rename", folder), firstGiven(element, "file_rename", file))};
+          join(newFolder.empty() ? folder : newFolder, newFile.empty() ? file : newFile)};
 }
 
 void findOverridden(std::vector<Entry>& entries) {

@@ -90,6 +90,10 @@ const ElementKind& projectVocabulary() {
   return root;
 }
 
+const ElementKind& otherVocabulary(const ElementKind& root) {
+  return &root == &manifestVocabulary() ? projectVocabulary() : manifestVocabulary();
+}
+
 std::string inQuotes(std::string_view name) { return '"' + cut(name, 100) + '"'; }
 
 // In UTF-8, not within a character.

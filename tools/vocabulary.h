@@ -30,6 +30,7 @@ struct ElementKind {
 // The root elements, which the documents may name as they like. REQUIRES: the parser library is started.
 const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
+const ElementKind& otherVocabulary(const ElementKind& root);
 
 // In double quotes; of a longer one, 100 bytes with "..." behind them.
 std::string inQuotes(std::string_view name);
