@@ -69,7 +69,7 @@ void DescriptionParser::endElement(const xercesc::XMLElementDecl& declaration, u
 
 void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
   DocumentParser::docCharacters(text, length, isCdata);
-  if (!xercesc::XMLChar1_0::isAllSpaces(text, length)) {
+  if (!openElements.empty() && !xercesc::XMLChar1_0::isAllSpaces(text, length)) {
     description.suppressions.takePending();
     OpenElement& parent = openElements.back();
     if (parent.element != ignored && !parent.hasText) {
