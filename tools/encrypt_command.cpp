@@ -23,6 +23,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace tool {
@@ -97,7 +98,8 @@ ExitStatus checkOutputs(const Options& options) {
       return allGood;
     }
     requireApart(target, inputs);
-    if (!options.force && std::filesystem::is_regular_file(target)) {
+    std::error_code error;
+    if (!options.force && std::filesystem::is_regular_file(target, error)) {
       throw Failure("exists; --force replaces it", target);
     }
     return allGood;

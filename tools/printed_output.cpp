@@ -12,6 +12,7 @@
 #include <fstream>
 #include <iostream>
 #include <string_view>
+#include <system_error>
 
 namespace tool {
 namespace {
@@ -21,7 +22,8 @@ std::string outputName = "standard output";
 
 // A regular file that begins as XML does: in "-o *.xml" the first of the inputs meant. What is printed never does.
 bool looksLikeDescription(const std::string& file) {
-  if (!std::filesystem::is_regular_file(file)) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) {
     return false;
   }
   std::ifstream content(file, std::ios::binary);
