@@ -6,11 +6,10 @@
 
 #include <qzjexxml/kiv_data.h>
 
-#include <array>
-#include <compare>
 #include <cstddef>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tool {
@@ -31,7 +30,8 @@ class Comparison {
  private:
   // Texts begin with a blank. The parent is a number, so that a long one costs nothing for each child.
   struct Name {
-    auto operator<=>(const Name&) const = default;
+    bool operator==(const Name&) const = default;
+    bool operator<(const Name& other) const { return std::tie(parent, own) < std::tie(other.parent, other.own); }
 
     std::size_t parent;
     std::string own;

@@ -4,17 +4,19 @@
 
 #include <sys/types.h>
 
-#include <compare>
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tool {
 
 // Equal for names of one file: relative or absolute, through links and hard links, also where it does not exist yet.
 struct FileIdentity {
-  auto operator<=>(const FileIdentity&) const = default;
+  bool operator<(const FileIdentity& other) const {
+    return std::tie(device, inode, name) < std::tie(other.device, other.inode, other.name);
+  }
 
   dev_t device;
   ino_t inode;       // of the file, or else of its folder
