@@ -48,8 +48,9 @@ std::optional<std::string> Element::value(const AttributeKind& attribute) const 
 std::array<std::string, 4> Element::values(const std::array<std::string_view, 4>& names) const {
   const auto at = [&](std::size_t i) { return unread(*this, *kind->attribute(names.at(i))); };
   std::array<NodeAttribute, 4> read = {at(0), at(1), at(2), at(3)};
-  NodeAttribute::fetch({&read[0], &read[1], &read[2], &read[3]});
-  return {textOf(read[0]), textOf(read[1]), textOf(read[2]), textOf(read[3])};
+  auto& [first, second, third, fourth] = read;
+  NodeAttribute::fetch({&first, &second, &third, &fourth});
+  return {textOf(first), textOf(second), textOf(third), textOf(fourth)};
 }
 
 std::string Element::operator[](std::string_view attribute) const {
