@@ -87,6 +87,7 @@ void DocumentBuilder::startElement(const XMLElementDecl& declaration, unsigned i
   } else {
     append(*element, openElements.back());
   }
+  fCurrentNode = element;
   openElements.push_back({.node = element, .links = &element->fParent});
 }
 
@@ -157,6 +158,7 @@ void DocumentBuilder::startElement(const XMLElementDecl& declaration, unsigned i
     element->setAttribute(attributes.elementAt(i)->getQName(), attributes.elementAt(i)->getValue());
   }
   (isRoot ? fDocument : openElements.back().node)->appendChild(element);
+  fCurrentNode = element;
   openElements.push_back({.node = element});
 }
 
