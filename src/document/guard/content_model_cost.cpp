@@ -16,12 +16,12 @@ std::uint64_t automatonCost(const std::vector<std::u16string_view>& names) {
 
   struct Places {
     std::uint64_t count = 0;
-    std::uint64_t first = 0;
-    std::uint64_t last = 0;
+    std::size_t first = 0;
+    std::size_t last = 0;
   };
   std::map<std::u16string_view, Places> placesOfName;
   std::uint64_t characters = 0;
-  for (std::uint64_t place = 0; place < names.size(); ++place) {
+  for (std::size_t place = 0; place < names.size(); ++place) {
     Places& places = placesOfName[names[place]];
     places.first = places.count++ == 0 ? place : places.first;
     places.last = place;
