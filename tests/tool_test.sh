@@ -54,9 +54,9 @@ done
 diff <(sed -n '/names = {/,/};/p' "$here/../tools/rules.cpp" | grep -oP '"\K[a-z-]+' | sort) \
   <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sort) >&2 || fail 'to document the rules'
 for file in qzjexxml.bash _qzjexxml qzjexxml.fish; do
-  for rule in $(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sed 1,/loadable/d); do
-    grep -q "[( ']$rule[ )']" "$here/../share/completions/$file" || fail "to complete $rule in $file"
-  done
+  while read -r rule; do
+    grep -q "[( ']${rule}[ )']" "$here/../share/completions/$file" || fail "to complete $rule in $file"
+  done < <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sed 1,/loadable/d)
 done
 sed 's/\\"/"/g' "$here"/../tools/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented

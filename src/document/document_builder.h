@@ -36,8 +36,8 @@ XERCES_CPP_NAMESPACE_END
 
 namespace jexxml {
 
-// Serves one parse. As in the base, `fCurrentNode` is the element that was added last. Throws std::bad_alloc beside what
-// the base throws.
+// Serves one parse. As in the base, `fCurrentNode` is the element that was added last. Throws std::bad_alloc beside
+// what the base throws.
 class DocumentBuilder : public xercesc::XercesDOMParser {
  public:
   using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;

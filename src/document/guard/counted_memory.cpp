@@ -41,7 +41,7 @@ void CountedMemory::deallocate(void* memory) {
   }
   (block->next != nullptr ? block->next->previous : lastBlock) = block->previous;
   bytesInUse -= block->size;
-  if (const auto slot = std::ranges::find(taken, block); slot != taken.end()) {
+  if (auto* const slot = std::ranges::find(taken, block); slot != taken.end()) {
     *slot = nullptr;
   } else {
     XMLPlatformUtils::fgMemoryManager->deallocate(block);
@@ -56,7 +56,7 @@ CountedMemory::~CountedMemory() {
 
 CountedMemory::Block* CountedMemory::takeFromReserve(std::size_t size) {
   reserveUsed = true;
-  const auto slot = std::ranges::find(taken, nullptr);
+  auto* const slot = std::ranges::find(taken, nullptr);
   if (!mayBeADestructors(size) || sizeof(Block) + size > slotSize || slot == taken.end()) {
     throw xercesc::OutOfMemoryException();
   }

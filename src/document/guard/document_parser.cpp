@@ -1,24 +1,19 @@
 #include "document/guard/document_parser.h"
 
 #include "document/guard/content_model_cost.h"
+#include "document/guard/object_kinds.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>
-#include <xercesc/framework/XMLRefInfo.hpp>
-#include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/internal/XSerializable.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/BinMemInputStream.hpp>
-#include <xercesc/util/KVStringPair.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
 #include <algorithm>
-#include <cstring>
-#include <memory>
 #include <string_view>
 
 namespace jexxml {
@@ -48,56 +43,6 @@ constexpr std::uint64_t nodesForAName = 3;  // in the tree of a content model: i
 // Names that stand at round numbers fill a bucket with hundreds, by the parser library's choice of its size.
 constexpr std::size_t fullestBucket = 768;
 
-// A class of the parser library whose objects tell of what it does: the size of the block that one takes, before which
-// the library keeps whose memory it is, and the pointer to virtual functions with which each begins.
-class Kind {
- public:
-  template <typename T>
-  explicit Kind(const T& example) : size(header() + sizeof(T)) {
-    std::memcpy(&functions, static_cast<const void*>(&example), sizeof functions);
-  }
-
-  // The object in a block, or null when it is something else.
-  template <typename T = void>
-  const T* in(const std::pair<const void*, std::size_t>& block) const {
-    if (block.second != size) {
-      return nullptr;
-    }
-    const void* object = static_cast<const std::byte*>(block.first) + header();
-    return std::memcmp(object, &functions, sizeof functions) == 0 ? static_cast<const T*>(object) : nullptr;
-  }
-
- private:
-  static std::size_t header() { return XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(void*)); }
-
-  std::size_t size;
-  void* functions;
-};
-
-// Of an object that the parser library makes itself: its virtual functions may be others than those that are seen here.
-template <typename T>
-Kind kindOf() {
-  const std::unique_ptr<xercesc::XSerializable> example(T::createObject(XMLPlatformUtils::fgMemoryManager));
-  return Kind(static_cast<const T&>(*example));
-}
-
-struct Kinds {
-  Kind stream{xercesc::BinMemInputStream(nullptr, 0, xercesc::BinMemInputStream::BufOpt_Reference)};
-  Kind pair = kindOf<xercesc::KVStringPair>();
-  Kind declaration = kindOf<xercesc::DTDElementDecl>();
-  Kind identifier = kindOf<xercesc::XMLRefInfo>();
-};
-
-const Kinds& kinds() {
-  static const Kinds all;
-  return all;
-}
-
-// A reader of an entity, or of the document.
-std::size_t readerBlock() {
-  return XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(void*)) + sizeof(xercesc::XMLReader);
-}
-
 bool declaresNamespace(std::u16string_view attributeName) {
   return attributeName == u"xmlns" || attributeName.starts_with(u"xmlns:");
 }
@@ -108,7 +53,7 @@ bool isPlain(const xercesc::XMLAttr& attribute) { return *attribute.getPrefix() 
 }  // namespace
 
 DocumentParser::DocumentParser(const Budgets& given) : DocumentBuilder(nullptr, &memory, nullptr), budgets(given) {
-  kinds();  // not first in a destructor
+  objectKinds();  // not first in a destructor
   memory.beforeAllocation = [this](std::size_t size) { checkAllocation(size); };
 }
 
@@ -217,7 +162,7 @@ std::uint64_t DocumentParser::costOfTag(std::uint64_t attributes, std::uint64_t 
 }
 
 // `others` is what an attribute is compared with: those of its tag, and the definitions of its element.
-std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) {
+std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const {
   constexpr std::uint64_t inANameTable = visitSteps;
   const std::uint64_t value = XMLString::stringLen(attribute.getValue());
   std::uint64_t steps = attributeSteps +
@@ -310,13 +255,13 @@ void DocumentParser::checkAllocation(std::size_t size) {
   if (isIdentifierNext) {  // the newest block is its text
     isIdentifierNext = false;
     declare(identifierNames, static_cast<const XMLCh*>(newest.first));
-  } else if (size == readerBlock()) {
+  } else if (size == readerBlockSize()) {
     openReader();
-  } else if (kinds().pair.in(newest) != nullptr) {
+  } else if (objectKinds().pair.in(newest) != nullptr) {
     countAttribute(size / sizeof(XMLCh));
-  } else if (kinds().identifier.in(newest) != nullptr) {
+  } else if (objectKinds().identifier.in(newest) != nullptr) {
     isIdentifierNext = true;
-  } else if (kinds().declaration.in(newest) != nullptr) {
+  } else if (objectKinds().declaration.in(newest) != nullptr) {
     ++newDeclarations;
   }
   if (!CountedMemory::mayBeADestructors(size)) {
@@ -336,7 +281,7 @@ void DocumentParser::checkMemory(std::size_t more) {
 // The block before an entity's reader is the stream of its text, which is complete by then.
 void DocumentParser::openReader() {
   readerSeen = true;
-  const auto* stream = kinds().stream.in<xercesc::BinMemInputStream>(memory.newestBlock());
+  const auto* stream = objectKinds().stream.in<xercesc::BinMemInputStream>(memory.newestBlock());
   if (stream == nullptr) {  // the document's own, or a block that only has the size
     return;
   }

@@ -28,18 +28,18 @@ struct DocumentMemory {
 // Work is charged where the parser library calls back, for what it did since the last callback and for what it will do
 // for this one. What it does before it calls back is bounded by these:
 //
-//   a look-up        no bucket of any of its tables holds more than 768 names;
-//   a tag            its attributes are counted as they are allocated, and held to what it costs to compare each with
-//   all; a declaration    names in content models are counted likewise, and held to their limit; an identifier    its
-//   name is taken as it is allocated; an entity        its text is charged when it is opened, of which the allocation
-//   of its reader tells.
+//   a look-up: no bucket of any of its tables holds more than 768 names;
+//   a tag: its attributes are counted as they are allocated, and held to the cost of comparing each with all;
+//   a declaration: names in content models are counted likewise, and held to their limit;
+//   an identifier: its name is taken as it is allocated;
+//   an entity: its text is charged when its reader is allocated.
 //
 // All else takes time in proportion to the text. Memory is looked at whenever some is allocated. An exception may leave
 // an allocation, except one that a destructor makes: the only one is the list of nodes with which the destructor of a
 // content model goes through it.
 class DocumentParser : private DocumentMemory, public DocumentBuilder {
  public:
-  explicit DocumentParser(const Budgets& budgets);
+  explicit DocumentParser(const Budgets& given);
   DocumentParser(const DocumentParser&) = delete;
   DocumentParser& operator=(const DocumentParser&) = delete;
   ~DocumentParser() override;
@@ -66,7 +66,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
  private:
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
-  std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others);
+  std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const;
   std::uint64_t comparedWith(const Attributes& attributes, std::size_t count);
   static std::uint64_t costOfTag(std::uint64_t attributes, std::uint64_t characters);
   void checkAllocation(std::size_t size);
