@@ -35,7 +35,8 @@ constexpr std::uint64_t valueCharacterSteps = 8;
 constexpr std::uint64_t namespaceCharacterSteps = 40;
 constexpr std::uint64_t definitionSteps = 24;
 constexpr std::uint64_t comparisonSteps = 8;
-constexpr std::uint64_t visitSteps = 16;  // of a name in a bucket
+constexpr std::uint64_t characterSteps = 4;  // of a name that is compared with one that begins alike
+constexpr std::uint64_t visitSteps = 16;     // of a name in a bucket
 constexpr std::uint64_t errorSteps = 5'000;
 
 constexpr std::uint64_t nodesForAName = 3;  // in the tree of a content model: it, how often, and the one to its left
@@ -102,7 +103,8 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
       const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
       if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
         ++mappings;
-        steps += namespaceCharacterSteps * XMLString::stringLen(definition.getValue());
+        steps += (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) *
+                 XMLString::stringLen(definition.getValue());
       }
     }
     std::uint64_t lookups = 1;
@@ -113,7 +115,8 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
         ++mappings;
         declare(prefixes, attribute.getName());
         declare(namespaces, attribute.getValue());
-        steps += namespaceCharacterSteps * XMLString::stringLen(attribute.getValue());
+        steps += (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) *
+                 XMLString::stringLen(attribute.getValue());
       } else if (*attribute.getPrefix() != 0) {
         lookups += 2;
       }
@@ -174,7 +177,7 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uin
     case XMLAttDef::IDRefs:
     case XMLAttDef::Entity:
     case XMLAttDef::Entities:
-      steps += 2 * visitSteps * value;
+      steps += (2 * visitSteps + characterSteps * identifierNames.fullestBucket()) * value;
       break;
     case XMLAttDef::Notation:
     case XMLAttDef::Enumeration:
