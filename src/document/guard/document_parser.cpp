@@ -28,7 +28,7 @@ namespace {
 constexpr std::uint64_t elementSteps = 500;
 constexpr std::uint64_t attributeSteps = 300;
 constexpr std::uint64_t declarationSteps = 1'000;
-constexpr std::uint64_t entitySteps = 5'000;    // the parser library ends each by an exception of its own
+constexpr std::uint64_t entitySteps = 6'500;    // the parser library ends each by an exception of its own
 constexpr std::uint64_t readerSteps = 500'000;  // of one more than were ever open: it has buffers of 160 KiB
 constexpr std::uint64_t entityCharacterSteps = 32;
 constexpr std::uint64_t valueCharacterSteps = 8;
