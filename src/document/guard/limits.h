@@ -3,7 +3,7 @@
 // The parser library alone takes minutes, or all of the memory, for some documents of a few kilobytes: what it does for
 // an element, name or declaration often grows with those before it. So each document has two budgets, a base and a
 // factor times its size: bytes of memory, and steps of work. A step is a character that is compared, hashed or copied,
-// about half a nanosecond. Honest documents stay below a quarter of either.
+// about half a nanosecond. Honest documents mostly stay below a quarter of either.
 #ifndef QZJEXXML_DOCUMENT_GUARD_LIMITS_H
 #define QZJEXXML_DOCUMENT_GUARD_LIMITS_H
 
