@@ -82,6 +82,8 @@ void nuvoFree(void* text) {
 
 [[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
 
+[[gnu::noinline]] void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
+
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
