@@ -1,26 +1,22 @@
 #include "parser_library.h"
 
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLException.hpp>
+#include "document/parser_library.h"
 
-#include <new>
+#include <xercesc/util/XMLException.hpp>
 
 namespace tool {
 
 ParserLibrary::ParserLibrary() {
   try {
-    xercesc::XMLPlatformUtils::Initialize();
+    jexxml::initializeParserLibrary();
     started = true;
-  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
-    throw std::bad_alloc();
   } catch (const xercesc::XMLException&) {
   }
 }
 
 ParserLibrary::~ParserLibrary() {
   if (started) {
-    xercesc::XMLPlatformUtils::Terminate();
+    jexxml::terminateParserLibrary();
   }
 }
 

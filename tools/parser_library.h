@@ -5,7 +5,7 @@
 namespace tool {
 
 // Keeps the parser library started over many loads, which takes longer than a small file. Where it does not start, the
-// loads say so.
+// loads say so. Throws std::bad_alloc.
 class ParserLibrary {
  public:
   ParserLibrary();

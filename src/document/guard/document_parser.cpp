@@ -103,8 +103,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
       const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
       if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
         ++mappings;
-        steps += (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) *
-                 XMLString::stringLen(definition.getValue());
+        steps += costOfNamespace(definition.getValue());
       }
     }
     std::uint64_t lookups = 1;
@@ -115,8 +114,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
         ++mappings;
         declare(prefixes, attribute.getName());
         declare(namespaces, attribute.getValue());
-        steps += (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) *
-                 XMLString::stringLen(attribute.getValue());
+        steps += costOfNamespace(attribute.getValue());
       } else if (*attribute.getPrefix() != 0) {
         lookups += 2;
       }
@@ -166,10 +164,9 @@ std::uint64_t DocumentParser::costOfTag(std::uint64_t attributes, std::uint64_t 
 
 // `others` is what an attribute is compared with: those of its tag, and the definitions of its element.
 std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const {
-  constexpr std::uint64_t inANameTable = visitSteps;
   const std::uint64_t value = XMLString::stringLen(attribute.getValue());
   std::uint64_t steps = attributeSteps +
-                        (comparisonSteps + XMLString::stringLen(attribute.getQName())) * (inANameTable + others) +
+                        (comparisonSteps + XMLString::stringLen(attribute.getQName())) * (visitSteps + others) +
                         valueCharacterSteps * value;
   switch (attribute.getType()) {
     case XMLAttDef::ID:
@@ -187,6 +184,10 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uin
       break;
   }
   return steps;
+}
+
+std::uint64_t DocumentParser::costOfNamespace(std::u16string_view name) const {
+  return (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) * name.size();
 }
 
 void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {

@@ -67,6 +67,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
   std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const;
+  std::uint64_t costOfNamespace(std::u16string_view name) const;
   std::uint64_t comparedWith(const Attributes& attributes, std::size_t count);
   static std::uint64_t costOfTag(std::uint64_t attributes, std::uint64_t characters);
   void checkAllocation(std::size_t size);

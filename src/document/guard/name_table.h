@@ -50,7 +50,6 @@ class NameTable {
   // Adds a name, once however often it is added.
   void add(std::u16string_view name);
 
-  std::size_t size() const { return names.size(); }
   std::size_t fullestBucket() const { return buckets.fullest(); }
 
  private:
