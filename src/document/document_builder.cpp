@@ -6,6 +6,8 @@
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/XercesVersion.hpp>
 
+#include <algorithm>
+
 #if QZJEXXML_PLAIN_ELEMENTS && _XERCES_VERSION == 30204
 #define QZJEXXML_SHORT_WAY 1
 #include <xercesc/dom/impl/DOMAttrImpl.hpp>
@@ -50,24 +52,6 @@ struct AttributeMap : DOMAttrMapImpl {
   static DOMNodeVector& nodesOf(DOMAttrMapImpl& map) { return *(map.*(&AttributeMap::fNodes)); }
 };
 
-const XMLCh* nameOf(DOMNodeVector& attributes, XMLSize_t place) {
-  return static_cast<DOMAttrImpl*>(attributes.elementAt(place))->fName;
-}
-
-// Names mostly come in order, or nearly so.
-void insertInOrder(DOMNodeVector& attributes, DOMAttrImpl& attribute) {
-  XMLSize_t place = attributes.size();
-  int order = -1;
-  while (place > 0 && (order = XMLString::compareString(nameOf(attributes, place - 1), attribute.fName)) > 0) {
-    --place;
-  }
-  if (order == 0) {
-    attributes.setElementAt(&attribute, place - 1);
-  } else {
-    attributes.insertElementAt(&attribute, place);
-  }
-}
-
 }  // namespace
 
 // An element's name is its declaration's, which lives as long as the parser.
@@ -93,7 +77,7 @@ void DocumentBuilder::startElement(const XMLElementDecl& declaration, unsigned i
 
 void DocumentBuilder::addAttributes(DOMElementImpl& element, const Attributes& attributes, XMLSize_t attributeCount) {
   element.fAttributes->reserve(attributeCount);
-  DOMNodeVector& map = AttributeMap::nodesOf(*element.fAttributes);
+  ordered.clear();
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
     const XMLAttr& given = *attributes.elementAt(i);
     auto* attribute = new (fDocument, DOMMemoryManager::ATTR_OBJECT) DOMAttrImpl(fDocument, XMLUni::fgZeroLenString);
@@ -101,7 +85,7 @@ void DocumentBuilder::addAttributes(DOMElementImpl& element, const Attributes& a
     attribute->fNode.fOwnerNode = &element;
     attribute->fNode.isOwned(true);
     attribute->fNode.isSpecified(given.getSpecified());
-    insertInOrder(map, *attribute);
+    ordered.push_back(attribute);
 
     auto* text = new (fDocument, DOMMemoryManager::TEXT_OBJECT) DOMTextImpl(fDocument, given.getValue());
     text->fNode.fOwnerNode = attribute;
@@ -109,6 +93,13 @@ void DocumentBuilder::addAttributes(DOMElementImpl& element, const Attributes& a
     text->fNode.isFirstChild(true);
     text->fChild.previousSibling = text;
     attribute->fParent.fFirstChild = text;
+  }
+  std::ranges::sort(ordered, [](const DOMAttrImpl* first, const DOMAttrImpl* second) {
+    return XMLString::compareString(first->fName, second->fName) < 0;
+  });
+  DOMNodeVector& map = AttributeMap::nodesOf(*element.fAttributes);
+  for (DOMAttrImpl* attribute : ordered) {
+    map.addElement(attribute);
   }
 }
 

@@ -28,7 +28,7 @@
 #include <vector>
 
 XERCES_CPP_NAMESPACE_BEGIN
-class DOMAttrMapImpl;
+class DOMAttrImpl;
 class DOMChildNode;
 class DOMElementImpl;
 class DOMParentNode;
@@ -87,6 +87,7 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
 
   std::size_t openEntities = 0;
   std::vector<OpenElement> openElements;
+  std::vector<xercesc::DOMAttrImpl*> ordered;   // attributes of one element, by name
   std::set<std::u16string, std::less<>> names;  // of attributes, as the document refers to them
   std::vector<const XMLCh*> lastNames;          // of the last attribute at each place
 };
