@@ -73,11 +73,16 @@ TEST_F(HostileDocument, LoadsAtEachLimitAndNotBeyond) {
 }
 
 TEST_F(HostileDocument, IsRefusedForWork) {
+  const auto tag = [](const std::string& prefix, std::string (*name)(std::size_t)) {
+    return "<b" + hostile::fill(300'000, [&](std::size_t i) { return " " + prefix + name(i) + "='u'"; }) + "/>";
+  };
   const std::string entity = "<!ENTITY e '" + std::string(10'000, ' ') + "'>";
   expectRecord(withDtd(entity, repeat(100, "&e;")), "");
   for (const std::string& document : {
            withDtd(entity, repeat(1'000, "&e;")),
-           "<a" + each(60'000, " b@=''") + "/>",
+           "<a>" + tag("", [](std::size_t i) { return "n" + std::to_string(i); }) +
+               tag("", [](std::size_t i) { return std::string(50, 'n') + hostile::colliding(i); }) + "</a>",
+           tag("xmlns:", hostile::colliding),
            "<a>" + hostile::fill(100'000, [](std::size_t i) { return "<" + hostile::colliding(i) + "/>"; }) + "</a>",
            withDtd("<!ATTLIST b i ID #IMPLIED>",
                    hostile::fill(100'000, [](std::size_t i) { return "<b i='" + hostile::colliding(i) + "'/>"; })),
@@ -121,6 +126,7 @@ TEST_F(HostileDocument, IsNotEveryLargeOne) {
       {10'000, manifest(each(10'000, "<data id='i@' file_name='@'/>"), "<!ATTLIST data id ID #REQUIRED>")},
       {1, manifest("<data refs='" + each(2'000, " i@") + "'/>" + each(2'000, "<!----><x id='i@'/>"),
                    "<!ELEMENT x ANY><!ATTLIST x id ID #IMPLIED><!ATTLIST data refs IDREFS #IMPLIED>")},
+      {1, manifest("<data" + each(20'000, " a@=''") + "/>")},
       {300, manifest(each(300, "<data file_name='@'/><x@:ext xmlns:x@='urn:x@' x@:a='b'>text</x@:ext>"))},
       {1, manifest(repeat(20'000, "<!-- a comment -->") + repeat(20'000, "<?an instruction?>") + "<data/>")},
       {10'000, manifest(each(10'000, row), "", std::string(3'000, 'p'))},

@@ -1,7 +1,6 @@
 #include "document/guard/document_parser.h"
 
 #include "document/guard/content_model_cost.h"
-#include "document/guard/object_kinds.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>
@@ -9,12 +8,18 @@
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/BinMemInputStream.hpp>
+#include <xercesc/util/KVStringPair.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/RefHash2KeysTableOf.hpp>
+#include <xercesc/util/RefHashTableOf.hpp>
+#include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 
 #include <algorithm>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace jexxml {
 
@@ -39,6 +44,8 @@ constexpr std::uint64_t characterSteps = 4;  // of a name that is compared with 
 constexpr std::uint64_t visitSteps = 16;     // of a name in a bucket
 constexpr std::uint64_t errorSteps = 5'000;
 
+constexpr std::size_t entriesToFirstLook = 64;
+
 constexpr std::uint64_t nodesForAName = 3;  // in the tree of a content model: it, how often, and the one to its left
 
 // Names that stand at round numbers fill a bucket with hundreds, by the parser library's choice of its size.
@@ -48,12 +55,35 @@ bool declaresNamespace(std::u16string_view attributeName) {
   return attributeName == u"xmlns" || attributeName.starts_with(u"xmlns:");
 }
 
+// A value as it stands in a tag, without the marks of characters that were given by reference. White space is a space.
+std::u16string normalized(const XMLCh* value) {
+  constexpr XMLCh mark = 0xFFFF;
+  std::u16string text;
+  for (; *value != 0; ++value) {
+    if (*value == mark && value[1] != 0) {
+      text += *++value;
+    } else {
+      text += xercesc::XMLChar1_0::isWhitespace(*value) ? u' ' : *value;
+    }
+  }
+  return text;
+}
+
+// The sizes of an entry in the table of a tag's attributes, and in those of prefixes and namespaces.
+bool isEntrySize(std::size_t size) {
+  return size == sizeof(xercesc::RefHash2KeysTableBucketElem<xercesc::XMLAttr>) ||
+         size == sizeof(xercesc::RefHashTableBucketElem<XMLCh>);
+}
+
 // Of neither a namespace nor a prefix.
 bool isPlain(const xercesc::XMLAttr& attribute) { return *attribute.getPrefix() == 0 && *attribute.getName() != u'x'; }
 
 }  // namespace
 
-DocumentParser::DocumentParser(const Budgets& given) : DocumentBuilder(nullptr, &memory, nullptr), budgets(given) {
+DocumentParser::DocumentParser(const Budgets& given)
+    : DocumentBuilder(nullptr, &memory, nullptr),
+      budgets(given),
+      secondTable(xercesc::RefHash2KeysTableOf<xercesc::XMLAttr>(1, &memory)) {
   objectKinds();  // not first in a destructor
   memory.beforeAllocation = [this](std::size_t size) { checkAllocation(size); };
 }
@@ -91,11 +121,9 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
   for (XMLSize_t i = 0; i < attributeCount && isSimple; ++i) {
     isSimple = isPlain(*attributes.elementAt(i));
   }
-  std::uint64_t scopes = depth;
-  std::uint64_t steps = elementSteps + mostAttributes + comparisonSteps * undeclaredElements.fullestBucket();
+  std::uint64_t steps = elementSteps + depth + mostAttributes + comparisonSteps * undeclaredElements.fullestBucket();
   if (!isSimple) {
     const std::uint64_t definitions = declaration.hasAttDefs() ? declaration.getAttDefList().getAttDefCount() : 0;
-    const std::uint64_t others = definitions + comparedWith(attributes, attributeCount);
     const std::uint64_t compared = declaredElements.fullestBucket() + undeclaredElements.fullestBucket() + longestModel;
     steps += (4 + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions +
              definitions * definitions / 2;
@@ -103,70 +131,27 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
       const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
       if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
         ++mappings;
-        steps += costOfNamespace(definition.getValue());
+        steps += costOfNamespace(localPart(definition.getFullName()), definition.getValue());
       }
     }
-    std::uint64_t lookups = 1;
+    XMLSize_t count = 0;
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
       const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-      steps += costOf(attribute, others);
-      if (declaresNamespace(attribute.getQName())) {
-        ++mappings;
-        declare(prefixes, attribute.getName());
-        declare(namespaces, attribute.getValue());
-        steps += costOfNamespace(attribute.getValue());
-      } else if (*attribute.getPrefix() != 0) {
-        lookups += 2;
-      }
+      steps += costOf(attribute);
+      count += attribute.getSpecified() ? 1 : 0;
     }
-    scopes = 2 * lookups * (depth + mappings);
-  }
-  charge(steps + scopes);
-}
-
-// How many attributes of its tag each is compared with: all, up to a hundred; above, those in its bucket of two tables,
-// which grow eightfold when there are four to a bucket.
-std::uint64_t DocumentParser::comparedWith(const Attributes& attributes, std::size_t count) {
-  constexpr std::size_t fewerThanATable = 100;
-  const auto grow = [count](std::size_t& modulus) {
-    while (count >= modulus * 4) {
-      modulus = modulus * 8 + 1;
+    if (count > givenAttributes.size() || (count > TagTables::few && !tagTables.hasSecond())) {
+      refuse(u"attributes are not read with this version of the parser library");
     }
-  };
-  grow(undeclaredAttributesModulus);
-  if (count <= fewerThanATable) {
-    return count;
+    const GivenAttributes given(givenAttributes.data(), count);
+    steps += tagTables.costOf(given, definitions) + costOfNamespaces(given, mappings);
   }
-  duplicatesModulus = duplicatesModulus == 0 ? 2 * count + 1 : duplicatesModulus;
-  grow(duplicatesModulus);
-  Buckets undeclared(undeclaredAttributesModulus);
-  Buckets duplicates(duplicatesModulus);
-  std::uint64_t characters = 0;
-  for (XMLSize_t i = 0; i < count; ++i) {
-    const std::u16string_view name = attributes.elementAt(i)->getName();
-    const Buckets::Hash hash(name);
-    undeclared.add(hash);
-    duplicates.add(hash);
-    characters += name.size();
-  }
-  hold(costOfTag(count, characters), budgets.work);  // of the next tag with names as long
-  return comparisonSteps * (undeclared.fullest() + duplicates.fullest());
+  charge(steps);
 }
 
-// When each of so many attributes is compared with all. Comparisons cost more when names do not stay in the processor's
-// cache.
-std::uint64_t DocumentParser::costOfTag(std::uint64_t attributes, std::uint64_t characters) {
-  constexpr std::uint64_t manyNames = 200;
-  constexpr std::uint64_t manyCharacters = 50'000;
-  return attributes *
-         ((comparisonSteps + attributes / manyNames) * attributes + (2 + characters / manyCharacters) * characters);
-}
-
-// `others` is what an attribute is compared with: those of its tag, and the definitions of its element.
-std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const {
+std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
   const std::uint64_t value = XMLString::stringLen(attribute.getValue());
-  std::uint64_t steps = attributeSteps +
-                        (comparisonSteps + XMLString::stringLen(attribute.getQName())) * (visitSteps + others) +
+  std::uint64_t steps = attributeSteps + visitSteps * (comparisonSteps + XMLString::stringLen(attribute.getQName())) +
                         valueCharacterSteps * value;
   switch (attribute.getType()) {
     case XMLAttDef::ID:
@@ -186,8 +171,31 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute, std::uin
   return steps;
 }
 
-std::uint64_t DocumentParser::costOfNamespace(std::u16string_view name) const {
-  return (namespaceCharacterSteps + characterSteps * namespaces.fullestBucket()) * name.size();
+// Of prefixes, which are looked up among the mappings in scope, and of attributes that add to these.
+std::uint64_t DocumentParser::costOfNamespaces(GivenAttributes given, std::size_t& mappings) {
+  std::uint64_t steps = 0;
+  std::uint64_t lookups = 1;
+  for (const xercesc::KVStringPair* attribute : given) {
+    if (attribute->getKey() == nullptr || attribute->getValue() == nullptr) {  // is just being read
+      continue;
+    }
+    const std::u16string_view name = attribute->getKey();
+    const std::u16string_view local = localPart(name);
+    if (declaresNamespace(name)) {
+      ++mappings;
+      steps += costOfNamespace(local, normalized(attribute->getValue()));
+    } else if (local.size() != name.size()) {
+      lookups += 2;
+    }
+  }
+  return steps + 2 * lookups * (depth + mappings);
+}
+
+std::uint64_t DocumentParser::costOfNamespace(std::u16string_view prefix, std::u16string_view name) {
+  declare(prefixes, prefix);
+  declare(namespaces, name);
+  const std::uint64_t compared = std::max(prefixes.fullestBucket(), namespaces.fullestBucket());
+  return (namespaceCharacterSteps + characterSteps * compared) * (prefix.size() + name.size());
 }
 
 void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {
@@ -253,24 +261,34 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
   DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
-// An object of the parser library is recognised at the allocation that it makes next itself.
+// An object of the parser library is recognised at the allocation that it makes next itself: for an attribute its name,
+// for an identifier its name too, for a declaration an object with an empty prefix and a name, or both names.
 void DocumentParser::checkAllocation(std::size_t size) {
   const auto newest = memory.newestBlock();
-  if (isIdentifierNext) {  // the newest block is its text
-    isIdentifierNext = false;
-    declare(identifierNames, static_cast<const XMLCh*>(newest.first));
-  } else if (size == readerBlockSize()) {
+  if (awaitingName != nullptr && --blocksToName <= 0) {
+    const auto* name = static_cast<const XMLCh*>(newest.first);
+    if (*name != 0) {
+      declare(*std::exchange(awaitingName, nullptr), name);
+    }
+  }
+  if (size == readerBlockSize()) {
     openReader();
-  } else if (objectKinds().pair.in(newest) != nullptr) {
-    countAttribute(size / sizeof(XMLCh));
+  } else if (secondTable.in(newest) != nullptr) {  // its buckets
+    tagTables.makeSecond(size / sizeof(void*));
+  } else if (const auto* attribute = objectKinds().pair.in<xercesc::KVStringPair>(newest)) {
+    givenAttributes.push_back(attribute);
   } else if (objectKinds().identifier.in(newest) != nullptr) {
-    isIdentifierNext = true;
-  } else if (objectKinds().declaration.in(newest) != nullptr) {
-    ++newDeclarations;
+    awaitingName = &identifierNames;
+    blocksToName = 1;
+  } else if (inDeclarations && objectKinds().declaration.in(newest) != nullptr) {
+    awaitingName = &declaredElements;
+    blocksToName = 2;
   }
   if (!CountedMemory::mayBeADestructors(size)) {
     checkMemory(size);
-    hold(newDeclarations, modelLimit);
+  }
+  if (isEntrySize(size)) {
+    lookAtTag();
   }
 }
 
@@ -280,6 +298,21 @@ void DocumentParser::checkMemory(std::size_t more) {
     throw xercesc::OutOfMemoryException();
   }
   hold(memory.bytesInUse + more, budgets.memory);
+}
+
+// A tag's attributes are looked up after all of them have been read. Each that then enters a table, and each prefix and
+// namespace that is new, allocates an entry; while they are read, at most two of a name and a value have the size of
+// one. So with each look reaching for twice as many attributes as there are entries, and the next look coming when
+// there are a quarter more, none is looked up that no look has seen.
+void DocumentParser::lookAtTag() {
+  if (++entries < entriesToLook || givenAttributes.size() <= TagTables::few) {
+    return;
+  }
+  entriesToLook = entries + entries / 4;
+  const GivenAttributes given(givenAttributes.data(), std::min(2 * entries, givenAttributes.size()));
+  TagTables tables = tagTables;
+  std::size_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
+  hold(work + tables.costOf(given, mostDefinitions) + costOfNamespaces(given, mappings), budgets.work);
 }
 
 // The block before an entity's reader is the stream of its text, which is complete by then.
@@ -299,18 +332,6 @@ void DocumentParser::openReader() {
   }
 }
 
-// An attribute of the tag that is being read, at a place where no tag has had one so far, with the characters of its
-// name. Each may be compared with all others and with the definitions of its element, and its prefix with all that are
-// in scope; the charge in the callback goes by what there is.
-void DocumentParser::countAttribute(std::size_t characters) {
-  newNameCharacters += characters;
-  const std::uint64_t attributes = mostAttributes + ++newAttributes;
-  const std::uint64_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
-  hold(work + costOfTag(attributes, newNameCharacters) +
-           attributes * (comparisonSteps * mostDefinitions + depth + mappings),
-       budgets.work);
-}
-
 void DocumentParser::declare(NameTable& table, std::u16string_view name) {
   table.add(name);
   hold(table.fullestBucket(), {fullestBucket, budgets.work.message});
@@ -318,7 +339,8 @@ void DocumentParser::declare(NameTable& table, std::u16string_view name) {
 
 // For a callback.
 void DocumentParser::charge(std::uint64_t steps) {
-  newAttributes = newNameCharacters = newDeclarations = 0;
+  entries = 0;
+  entriesToLook = entriesToFirstLook;
   checkMemory(0);
   spend(steps);
 }

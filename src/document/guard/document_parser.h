@@ -6,6 +6,8 @@
 #include "document/guard/counted_memory.h"
 #include "document/guard/limits.h"
 #include "document/guard/name_table.h"
+#include "document/guard/object_kinds.h"
+#include "document/guard/tag_tables.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,9 +31,8 @@ struct DocumentMemory {
 // for this one. What it does before it calls back is bounded by these:
 //
 //   a look-up: no bucket of any of its tables holds more than 768 names;
-//   a tag: its attributes are counted as they are allocated, and held to the cost of comparing each with all;
-//   a declaration: names in content models are counted likewise, and held to their limit;
-//   an identifier: its name is taken as it is allocated;
+//   a tag: the attributes that it gives are looked at while it is read, before most of them are looked up;
+//   a declaration, an identifier: each new name is taken as it is allocated;
 //   an entity: its text is charged when its reader is allocated.
 //
 // All else takes time in proportion to the text. Memory is looked at whenever some is allocated. An exception may leave
@@ -52,6 +53,8 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
+  void startIntSubset() override { inDeclarations = true; }
+  void endIntSubset() override { inDeclarations = false; }
   void elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) override;
   void startAttList(const xercesc::DTDElementDecl& declaration) override;
   void attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition, bool isIgnored) override;
@@ -66,14 +69,13 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
  private:
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
-  std::uint64_t costOf(const xercesc::XMLAttr& attribute, std::uint64_t others) const;
-  std::uint64_t costOfNamespace(std::u16string_view name) const;
-  std::uint64_t comparedWith(const Attributes& attributes, std::size_t count);
-  static std::uint64_t costOfTag(std::uint64_t attributes, std::uint64_t characters);
+  std::uint64_t costOf(const xercesc::XMLAttr& attribute) const;
+  std::uint64_t costOfNamespaces(GivenAttributes given, std::size_t& mappings);
+  std::uint64_t costOfNamespace(std::u16string_view prefix, std::u16string_view name);
   void checkAllocation(std::size_t size);
   void checkMemory(std::size_t more);
+  void lookAtTag();
   void openReader();
-  void countAttribute(std::size_t characters);
   void declare(NameTable& table, std::u16string_view name);
   void charge(std::uint64_t steps);
   void spend(std::uint64_t steps);
@@ -94,14 +96,18 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   NameTable namespaces{109};
   NameTable identifierNames{109};
   std::size_t undeclaredSeen = 0;
-  std::size_t undeclaredAttributesModulus = 7;  // of the tables of a tag's attributes
-  std::size_t duplicatesModulus = 0;
+  TagTables tagTables;
+  const ObjectKind secondTable;
 
-  // Allocated since the last callback.
-  std::size_t newAttributes = 0;
-  std::size_t newNameCharacters = 0;  // of these attributes
-  std::size_t newDeclarations = 0;
-  bool isIdentifierNext = false;
+  // The attributes of the tag that is read, by place, and behind them those of others that had more.
+  std::vector<const xercesc::KVStringPair*> givenAttributes;
+  std::size_t entries = 0;  // in tables of the parser library that were allocated since the last callback
+  std::size_t entriesToLook = 0;
+
+  // Where the name of an object goes that was allocated, and how many blocks after it the name is.
+  NameTable* awaitingName = nullptr;
+  int blocksToName = 0;
+  bool inDeclarations = false;
 
   std::size_t depth = 0;
   std::vector<std::size_t> mappingsInScope;  // of prefixes to namespaces, by depth

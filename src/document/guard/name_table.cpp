@@ -20,26 +20,24 @@ Buckets::Hash::Hash(std::u16string_view name) {
   }
 }
 
-void Buckets::add(const Hash& hash) {
-  const std::size_t inNarrow = ++narrow[hash.narrow % modulus()];
-  const std::size_t inWide = ++wide[static_cast<std::size_t>(hash.wide % modulus())];
-  most = std::max({most, inNarrow, inWide});
+std::size_t Buckets::add(const Hash& hash) {
+  const std::size_t before =
+      std::max(narrow[hash.narrow % modulus()]++, wide[static_cast<std::size_t>(hash.wide % modulus())]++);
+  most = std::max(most, before + 1);
+  return before;
 }
 
 void NameTable::add(std::u16string_view name) {
-  const Buckets::Hash hash(name);
-  const auto [begin, end] = names.equal_range(hash.wide);
-  if (std::any_of(begin, end, [&](const auto& entry) { return entry.second.first == name; })) {
+  if (names.contains(name)) {
     return;
   }
   if (names.size() >= buckets.modulus() * 3 / 4) {
     buckets = Buckets(buckets.modulus() * 2 + 1);
-    for (const auto& entry : names) {
-      buckets.add(entry.second.second);
+    for (const auto& [earlier, hash] : names) {
+      buckets.add(hash);
     }
   }
-  names.emplace(hash.wide, std::pair(std::u16string(name), hash));
-  buckets.add(hash);
+  buckets.add(names.emplace(name, name).first->second);
 }
 
 }  // namespace jexxml

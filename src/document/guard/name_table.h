@@ -4,10 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace jexxml {
@@ -29,7 +29,8 @@ class Buckets {
 
   explicit Buckets(std::size_t modulus) : narrow(modulus), wide(modulus) {}
 
-  void add(const Hash& hash);
+  // Returns how many names the bucket holds already.
+  std::size_t add(const Hash& hash);
 
   std::size_t modulus() const { return narrow.size(); }
 
@@ -53,7 +54,7 @@ class NameTable {
   std::size_t fullestBucket() const { return buckets.fullest(); }
 
  private:
-  std::multimap<std::uint64_t, std::pair<std::u16string, Buckets::Hash>> names;  // by the wide hash
+  std::map<std::u16string, Buckets::Hash, std::less<>> names;
   Buckets buckets;
 };
 

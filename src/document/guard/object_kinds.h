@@ -9,13 +9,13 @@
 namespace jexxml {
 
 // A class whose objects tell of what the parser library does: the size of the block that one takes, before which the
-// library keeps whose memory it is, and the pointer to virtual functions with which each begins. A text may have the
-// size, but not the pointer.
+// library keeps whose memory it is, and the pointer with which each begins, to virtual functions or, without them, to
+// whose memory it uses. A text may have the size, but not the pointer.
 class ObjectKind {
  public:
   template <typename T>
   explicit ObjectKind(const T& example) : size(headerSize() + sizeof(T)) {
-    std::memcpy(&functions, static_cast<const void*>(&example), sizeof functions);
+    std::memcpy(&begin, static_cast<const void*>(&example), sizeof begin);
   }
 
   // The object in a block, or null when it is something else.
@@ -25,14 +25,14 @@ class ObjectKind {
       return nullptr;
     }
     const void* object = static_cast<const std::byte*>(block.first) + headerSize();
-    return std::memcmp(object, &functions, sizeof functions) == 0 ? static_cast<const T*>(object) : nullptr;
+    return std::memcmp(object, &begin, sizeof begin) == 0 ? static_cast<const T*>(object) : nullptr;
   }
 
  private:
   static std::size_t headerSize();
 
   std::size_t size;
-  void* functions;
+  void* begin;
 };
 
 struct ObjectKinds {
