@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <iomanip>
 #include <iostream>
 #include <limits>
@@ -84,15 +86,31 @@ double milliseconds(const std::string& name) {
   return found == measured.end() ? std::numeric_limits<double>::quiet_NaN() : found->second;
 }
 
-double peak(Work work, const std::string& path) {
+Memory memory(Work work, const std::string& path) {
+  int ends[2];
+  if (pipe(ends) != 0) {
+    std::abort();
+  }
   const pid_t child = fork();
   if (child == 0) {
     work(path);
-    _exit(0);
+    std::ifstream statm("/proc/self/statm");
+    long pages[2];
+    statm >> pages[0] >> pages[1];
+    const bool written = write(ends[1], &pages[1], sizeof pages[1]) == sizeof pages[1];
+    _exit(written ? 0 : 1);
   }
+  long kept = 0;
+  if (read(ends[0], &kept, sizeof kept) != sizeof kept) {
+    std::abort();
+  }
+  close(ends[0]);
+  close(ends[1]);
   rusage usage{};
   wait4(child, nullptr, 0, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024;
+  constexpr double mebibyte = 1 << 20U;
+  return {static_cast<double>(usage.ru_maxrss) * 1024 / mebibyte,
+          static_cast<double>(kept * sysconf(_SC_PAGESIZE)) / mebibyte};
 }
 
 void printHead(const std::string& what) {

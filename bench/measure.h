@@ -23,9 +23,13 @@ void run(int argc, char* argv[]);
 // from single lucky ones. NaN for what the arguments left out.
 double milliseconds(const std::string& name);
 
-// Peak memory in MiB of a process that does nothing but the work. To be called before this process takes any memory
-// that its children would inherit.
-double peak(Work work, const std::string& path);
+// MiB of a process that does nothing but the work: the most, and what it keeps afterwards. To be called before this
+// process takes any memory that its children would inherit.
+struct Memory {
+  double peak;
+  double kept;
+};
+Memory memory(Work work, const std::string& path);
 
 // A table of values, what each is beside, and their ratios; `bar` is what a ratio has to stay below.
 void printHead(const std::string& what);

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <new>
 
 namespace jexxml {
@@ -68,14 +69,23 @@ class DefaultMemory final : public xercesc::MemoryManager {
   bool reserveTaken = false;
 };
 
+// For a mebibyte, in parts: when a block is freed that is large enough for a mapping of its own, the C library's
+// allocator takes larger ones into its heap from then on, and keeps there what a load has given back
+// (docs/performance.md).
+void checkForRoom() {
+  constexpr std::size_t partSize = std::size_t{64} << 10U;
+  for (auto& part : std::array<std::unique_ptr<std::byte[]>, 16>()) {
+    part.reset(new std::byte[partSize]);
+  }
+}
+
 }  // namespace
 
 void initializeParserLibrary() {
-  constexpr std::size_t room = std::size_t{1} << 20U;
   if (halfStarted) {
     throw std::bad_alloc();
   }
-  ::operator delete(::operator new(room));
+  checkForRoom();
   halfStarted = true;
   try {
     const NoPanic noPanic;
