@@ -34,8 +34,11 @@ std::uint64_t automatonCost(const std::vector<std::u16string_view>& names) {
     rows += (std::uint64_t{1} << std::min(places.count, farTooManyPlaces)) - 1;
     stepsOfRow += stepsForACell + (places.count > 1 ? 4 * (places.last - places.first + placesInABlock / 16) : 0);
   }
+  // Rows are told from each other by sets of places, whose hash on 64 bit can be that of one in 64.
+  constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 31U;
+  const std::uint64_t rowsInABucket = std::min(rows, farTooManyRows) / 64;
   const std::uint64_t places = names.size();
-  return 2 * places * characters + places * places * places / 64 +
+  return 16 * std::min(rows, farTooManyRows) * rowsInABucket + 2 * places * characters + places * places * places / 64 +
          rows * (stepsOfRow + placesOfName.size() * (places / placesInABlock) * stepsForACell);
 }
 

@@ -31,7 +31,7 @@ namespace {
 
 // Steps of work. What takes memory is charged for that too.
 constexpr std::uint64_t elementSteps = 500;
-constexpr std::uint64_t attributeSteps = 300;
+constexpr std::uint64_t attributeSteps = 350;
 constexpr std::uint64_t declarationSteps = 1'000;
 constexpr std::uint64_t entitySteps = 6'500;    // the parser library ends each by an exception of its own
 constexpr std::uint64_t readerSteps = 500'000;  // of one more than were ever open: it has buffers of 160 KiB
@@ -42,6 +42,7 @@ constexpr std::uint64_t definitionSteps = 24;
 constexpr std::uint64_t comparisonSteps = 8;
 constexpr std::uint64_t characterSteps = 4;  // of a name that is compared with one that begins alike
 constexpr std::uint64_t visitSteps = 16;     // of a name in a bucket
+constexpr std::uint64_t bucketSteps = 4;     // of a table that is emptied
 constexpr std::uint64_t errorSteps = 5'000;
 
 constexpr std::size_t entriesToFirstLook = 64;
@@ -108,7 +109,6 @@ void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsi
 void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix,
                                    const Attributes& attributes, XMLSize_t attributeCount) {
   constexpr XMLSize_t few = 16;
-  mostAttributes = std::max<std::size_t>(mostAttributes, attributeCount);
   const bool isDeclared = declaration.getCreateReason() != xercesc::XMLElementDecl::NoReason &&
                           declaration.getCreateReason() != xercesc::XMLElementDecl::JustFaultIn;
   if (!isDeclared && declaration.getId() > undeclaredSeen) {
@@ -121,7 +121,8 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
   for (XMLSize_t i = 0; i < attributeCount && isSimple; ++i) {
     isSimple = isPlain(*attributes.elementAt(i));
   }
-  std::uint64_t steps = elementSteps + depth + mostAttributes + comparisonSteps * undeclaredElements.fullestBucket();
+  std::uint64_t steps = elementSteps + depth + bucketSteps * tagTables.bucketsFor(attributeCount) +
+                        comparisonSteps * undeclaredElements.fullestBucket();
   if (!isSimple) {
     const std::uint64_t definitions = declaration.hasAttDefs() ? declaration.getAttDefList().getAttDefCount() : 0;
     const std::uint64_t compared = declaredElements.fullestBucket() + undeclaredElements.fullestBucket() + longestModel;
@@ -134,19 +135,24 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
         steps += costOfNamespace(localPart(definition.getFullName()), definition.getValue());
       }
     }
+    steps += costOfPrefix(prefix);
     XMLSize_t count = 0;
+    std::uint64_t prefixed = *prefix != 0 ? 1 : 0;
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
       const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-      steps += costOf(attribute);
+      steps += costOf(attribute) + costOfPrefix(attribute.getPrefix());
+      prefixed += *attribute.getPrefix() != 0 ? 1 : 0;
       count += attribute.getSpecified() ? 1 : 0;
     }
     if (count > givenAttributes.size() || (count > TagTables::few && !tagTables.hasSecond())) {
       refuse(u"attributes are not read with this version of the parser library");
     }
     const GivenAttributes given(givenAttributes.data(), count);
-    steps += tagTables.costOf(given, definitions) + costOfNamespaces(given, mappings);
+    steps += tagTables.costOf(given, definitions, true) + costOfNamespaces(given, mappings) +
+             costOfMappings(1 + prefixed, mappings);
   }
   charge(steps);
+  hold(work + costOfMappings(prefixedDefinitions, mappings), budgets.work);  // of a tag within this one
 }
 
 std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
@@ -157,9 +163,11 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
     case XMLAttDef::ID:
     case XMLAttDef::IDRef:
     case XMLAttDef::IDRefs:
+      steps += (2 * visitSteps + characterSteps * identifierNames.fullestBucket()) * value;
+      break;
     case XMLAttDef::Entity:
     case XMLAttDef::Entities:
-      steps += (2 * visitSteps + characterSteps * identifierNames.fullestBucket()) * value;
+      steps += (2 * visitSteps + characterSteps * generalEntities.fullestBucket()) * value;
       break;
     case XMLAttDef::Notation:
     case XMLAttDef::Enumeration:
@@ -171,24 +179,26 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
   return steps;
 }
 
-// Of prefixes, which are looked up among the mappings in scope, and of attributes that add to these.
+// A prefix is looked up in its table, and then among the mappings in scope, twice.
+std::uint64_t DocumentParser::costOfPrefix(const XMLCh* prefix) const {
+  return *prefix == 0 ? 0 : (comparisonSteps + XMLString::stringLen(prefix)) * prefixes.fullestBucket();
+}
+
+std::uint64_t DocumentParser::costOfMappings(std::uint64_t prefixed, std::uint64_t mappings) const {
+  return 2 * prefixed * (depth + mappings);
+}
+
+// Of the attributes that declare namespaces, which are added to the mappings.
 std::uint64_t DocumentParser::costOfNamespaces(GivenAttributes given, std::size_t& mappings) {
   std::uint64_t steps = 0;
-  std::uint64_t lookups = 1;
   for (const xercesc::KVStringPair* attribute : given) {
-    if (attribute->getKey() == nullptr || attribute->getValue() == nullptr) {  // is just being read
-      continue;
-    }
-    const std::u16string_view name = attribute->getKey();
-    const std::u16string_view local = localPart(name);
-    if (declaresNamespace(name)) {
+    const bool isRead = attribute->getKey() != nullptr && attribute->getValue() != nullptr;
+    if (isRead && declaresNamespace(attribute->getKey())) {
       ++mappings;
-      steps += costOfNamespace(local, normalized(attribute->getValue()));
-    } else if (local.size() != name.size()) {
-      lookups += 2;
+      steps += costOfNamespace(localPart(attribute->getKey()), normalized(attribute->getValue()));
     }
   }
-  return steps + 2 * lookups * (depth + mappings);
+  return steps;
 }
 
 std::uint64_t DocumentParser::costOfNamespace(std::u16string_view prefix, std::u16string_view name) {
@@ -224,6 +234,11 @@ void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xerces
   const std::u16string_view enumeration = definition.getEnumeration() != nullptr ? definition.getEnumeration() : u"";
   hold(enumeration.size() * (budgets.size / 4), budgets.work);  // of one tag's values, which are looked up in it
   mostDefinitions = std::max(mostDefinitions, definitions);
+  if (declaresNamespace(definition.getFullName())) {
+    hold(++namespacesOfElement[&element], {fullestBucket, budgets.work.message});  // which one tag may add to a bucket
+  } else if (localPart(definition.getFullName()) != definition.getFullName()) {
+    ++prefixedDefinitions;
+  }
   longestEnumeration = std::max(longestEnumeration, enumeration.size());
   const auto values = static_cast<std::uint64_t>(1 + std::ranges::count(enumeration, u' '));
   charge(attributeSteps + (visitSteps + XMLString::stringLen(definition.getFullName())) * definitions +
@@ -310,9 +325,19 @@ void DocumentParser::lookAtTag() {
   }
   entriesToLook = entries + entries / 4;
   const GivenAttributes given(givenAttributes.data(), std::min(2 * entries, givenAttributes.size()));
-  TagTables tables = tagTables;
   std::size_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
-  hold(work + tables.costOf(given, mostDefinitions) + costOfNamespaces(given, mappings), budgets.work);
+  const std::uint64_t steps = tagTables.costOf(given, mostDefinitions, false) + costOfNamespaces(given, mappings);
+  hold(work + steps + costOfMappings(given.size() + prefixedDefinitions, mappings), budgets.work);
+}
+
+// Whatever an entity's text is, its names are looked up in one of the tables.
+std::uint64_t DocumentParser::fullestOfAll() const {
+  std::size_t most = 0;
+  for (const NameTable* table : {&declaredElements, &undeclaredElements, &generalEntities, &parameterEntities,
+                                 &notations, &prefixes, &namespaces, &identifierNames}) {
+    most = std::max(most, table->fullestBucket());
+  }
+  return most;
 }
 
 // The block before an entity's reader is the stream of its text, which is complete by then.
@@ -325,7 +350,8 @@ void DocumentParser::openReader() {
   const std::uint64_t characters = stream->getSize() / sizeof(XMLCh);
   const std::size_t open = getScanner()->getReaderMgr()->getReaderDepth();
   const std::uint64_t compared = open + generalEntities.fullestBucket() + parameterEntities.fullestBucket();
-  spend(entitySteps + entityCharacterSteps * characters + (comparisonSteps + longestEntityName) * compared);
+  spend(entitySteps + (entityCharacterSteps + fullestOfAll()) * characters +
+        (comparisonSteps + longestEntityName) * compared);
   if (open > mostReaders) {
     mostReaders = open;
     spend(readerSteps);

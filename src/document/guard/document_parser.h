@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace jexxml {
@@ -70,12 +71,15 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
   std::uint64_t costOf(const xercesc::XMLAttr& attribute) const;
+  std::uint64_t costOfPrefix(const XMLCh* prefix) const;
+  std::uint64_t costOfMappings(std::uint64_t prefixed, std::uint64_t mappings) const;
   std::uint64_t costOfNamespaces(GivenAttributes given, std::size_t& mappings);
   std::uint64_t costOfNamespace(std::u16string_view prefix, std::u16string_view name);
   void checkAllocation(std::size_t size);
   void checkMemory(std::size_t more);
   void lookAtTag();
   void openReader();
+  std::uint64_t fullestOfAll() const;
   void declare(NameTable& table, std::u16string_view name);
   void charge(std::uint64_t steps);
   void spend(std::uint64_t steps);
@@ -114,10 +118,11 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   bool readerSeen = false;
   std::size_t mostReaders = 1;
   std::size_t longestEntityName = 0;
-  std::size_t mostAttributes = 0;      // of a tag
-  std::size_t mostDefinitions = 0;     // of attributes of an element
-  std::size_t longestModel = 0;        // names
-  std::size_t longestEnumeration = 0;  // characters
+  std::size_t mostDefinitions = 0;  // of attributes of an element
+  std::size_t prefixedDefinitions = 0;
+  std::unordered_map<const xercesc::XMLElementDecl*, std::size_t> namespacesOfElement;  // by default
+  std::size_t longestModel = 0;                                                         // names
+  std::size_t longestEnumeration = 0;                                                   // characters
   std::size_t errors = 0;
   std::size_t errorText = 0;  // characters
 };

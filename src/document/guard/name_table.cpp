@@ -21,8 +21,7 @@ Buckets::Hash::Hash(std::u16string_view name) {
 }
 
 std::size_t Buckets::add(const Hash& hash) {
-  const std::size_t before =
-      std::max(narrow[hash.narrow % modulus()]++, wide[static_cast<std::size_t>(hash.wide % modulus())]++);
+  const std::size_t before = std::max(inNarrow(hash)++, inWide(hash)++);
   most = std::max(most, before + 1);
   return before;
 }

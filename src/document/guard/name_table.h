@@ -32,12 +32,18 @@ class Buckets {
   // Returns how many names the bucket holds already.
   std::size_t add(const Hash& hash);
 
+  // Empties the buckets of a name.
+  void clear(const Hash& hash) { inNarrow(hash) = inWide(hash) = 0; }
+
   std::size_t modulus() const { return narrow.size(); }
 
   // Names in it.
   std::size_t fullest() const { return most; }
 
  private:
+  std::uint32_t& inNarrow(const Hash& hash) { return narrow[hash.narrow % modulus()]; }
+  std::uint32_t& inWide(const Hash& hash) { return wide[static_cast<std::size_t>(hash.wide % modulus())]; }
+
   std::vector<std::uint32_t> narrow;
   std::vector<std::uint32_t> wide;
   std::size_t most = 0;

@@ -1,12 +1,20 @@
 #include "document/guard/tag_tables.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace jexxml {
 
 std::u16string_view localPart(std::u16string_view name) { return name.substr(name.find(u':') + 1); }
 
-std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions) {
+// The first table may have grown once with a few attributes, which are not followed.
+std::uint64_t TagTables::bucketsFor(std::size_t attributes) const {
+  constexpr std::size_t grownWithAFew = 57;
+  return (attributes == 0 ? 0 : std::max(first.modulus(), grownWithAFew)) +
+         (attributes > few && second ? second->modulus() : 0);
+}
+
+std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions, bool isComplete) {
   // To visit a name takes longer when they do not stay in the processor's cache.
   const std::uint64_t visitSteps = 8 + std::min<std::uint64_t>(given.size() / 200, 100);
   std::uint64_t steps = 0;
@@ -21,9 +29,9 @@ std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions
     steps += (visitSteps + name.size()) * compared;
   }
   if (given.size() > few) {
-    first.clear();
+    first.clear(isComplete);
     if (second) {
-      second->clear();
+      second->clear(isComplete);
     }
   }
   return steps;
@@ -31,7 +39,11 @@ std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions
 
 std::size_t TagTables::Table::add(std::u16string_view name) {
   if (names.size() >= buckets.modulus() * 4) {
-    buckets = Buckets(buckets.modulus() * 8 + 1);
+    Buckets larger(buckets.modulus() * 8 + 1);
+    std::swap(buckets, larger);
+    if (!before) {
+      before = std::move(larger);
+    }
     for (const Buckets::Hash& hash : names) {
       buckets.add(hash);
     }
@@ -39,9 +51,15 @@ std::size_t TagTables::Table::add(std::u16string_view name) {
   return buckets.add(names.emplace_back(name));
 }
 
-void TagTables::Table::clear() {
+void TagTables::Table::clear(bool keepBuckets) {
+  if (before && !keepBuckets) {
+    buckets = std::move(*before);
+  }
+  before.reset();
+  for (const Buckets::Hash& hash : names) {
+    buckets.clear(hash);
+  }
   names.clear();
-  buckets = Buckets(buckets.modulus());
 }
 
 }  // namespace jexxml

@@ -32,22 +32,28 @@ class TagTables {
   void makeSecond(std::size_t modulus) { second.emplace(modulus); }
   bool hasSecond() const { return second.has_value(); }
 
+  // Of both that a tag with so many attributes uses: each is walked through when it is emptied.
+  std::uint64_t bucketsFor(std::size_t attributes) const;
+
   // Steps of work for a tag, of an element with so many definitions. Of an attribute that is just being read, what is
-  // known counts.
-  std::uint64_t costOf(GivenAttributes given, std::uint64_t definitions);
+  // known counts, and buckets that the tables grow by are not kept.
+  std::uint64_t costOf(GivenAttributes given, std::uint64_t definitions, bool isComplete);
 
  private:
   class Table {
    public:
     explicit Table(std::size_t modulus) : buckets(modulus) {}
 
+    std::size_t modulus() const { return buckets.modulus(); }
+
     // Returns how many names this one is compared with.
     std::size_t add(std::u16string_view name);
-    void clear();
+    void clear(bool keepBuckets);
 
    private:
     std::vector<Buckets::Hash> names;
     Buckets buckets;
+    std::optional<Buckets> before;  // they grew
   };
 
   Table first{7};
