@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
@@ -139,6 +138,12 @@ class CodePage {
     return iconv ? iconv->toUtf16.append(output, input) : appendFromUtf8(output, input);
   }
 
+  bool has(char16_t unit) const {
+    std::string converted;
+    std::u16string_view text(&unit, 1);
+    return iconv ? iconv->fromUtf16.append(converted, text) : !isSurrogate(unit);
+  }
+
  private:
   std::string name;
   std::unique_ptr<const IconvConversions> iconv;  // null for UTF-8
@@ -159,16 +164,11 @@ bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 // ASCII that cannot begin an escape.
 bool isPlain(char16_t unit) { return unit < 0x80 && unit != u'\\'; }
 
-bool isRepresentable(char16_t unit, const CodePage& codePage) {
-  std::string converted;
-  std::u16string_view text(&unit, 1);
-  return codePage.append(converted, text);
-}
-
-std::string escape(char16_t unit) {
-  std::array<char, escapeLength + 1> text;
-  std::snprintf(text.data(), text.size(), "\\u%04X", static_cast<unsigned>(unit));
-  return text.data();
+void appendEscape(std::string& output, char16_t unit) {
+  output += "\\u";
+  for (const unsigned shift : {12U, 8U, 4U, 0U}) {
+    output += "0123456789ABCDEF"[(unit >> shift) & 0xFU];
+  }
 }
 
 // The code unit that an escape at the beginning of `text` stands for; the backslash is left out: uHHHH.
@@ -179,51 +179,57 @@ std::optional<char16_t> namedUnit(std::u16string_view text) {
   }
   unsigned unit = 0;
   for (const char16_t digit : text.substr(1, digits)) {
-    const auto value = std::u16string_view(u"0123456789ABCDEF").find(digit);
-    if (value == std::u16string_view::npos) {
+    if (digit >= u'0' && digit <= u'9') {
+      unit = unit * 16 + (digit - u'0');
+    } else if (digit >= u'A' && digit <= u'F') {
+      unit = unit * 16 + 10 + (digit - u'A');
+    } else {
       return std::nullopt;
     }
-    unit = unit * 16 + static_cast<unsigned>(value);
   }
   return static_cast<char16_t>(unit);
 }
 
-// Whether `text` begins, literally, with what would be read as an escape: of a code unit that the code page lacks,
-// or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
+// Whether a text that begins with a backslash begins, literally, with what would be read as an escape: of a code unit
+// that the code page lacks, or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
 bool readsAsEscape(std::u16string_view text, const CodePage& codePage) {
-  if (!text.starts_with(u'\\')) {
-    return false;
-  }
   text.remove_prefix(1);
   std::optional<char16_t> unit = namedUnit(text);
   while (unit == u'\\') {
     text.remove_prefix(escapeLength - 1);
     unit = namedUnit(text);
   }
-  return unit && !isRepresentable(*unit, codePage);
+  return unit && !codePage.has(*unit);
+}
+
+// Up to the first literal escape.
+std::u16string_view unescapedRun(std::u16string_view text, const CodePage& codePage) {
+  std::size_t end = text.find(u'\\');
+  while (end != std::u16string_view::npos && !readsAsEscape(text.substr(end), codePage)) {
+    end = text.find(u'\\', end + 1);
+  }
+  return text.substr(0, end);
 }
 
 std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) {
   std::string converted;
-  while (!text.empty()) {
-    if (readsAsEscape(text, codePage)) {
-      converted += escape(u'\\');
-      text.remove_prefix(1);
-      continue;
-    }
-    // A run ends before the next backslash, which may begin a literal escape.
-    std::u16string_view run = text.substr(0, text.find(u'\\', 1));
+  while (true) {
+    std::u16string_view run = unescapedRun(text, codePage);
     text.remove_prefix(run.size());
     while (!run.empty() && !codePage.append(converted, run)) {
       if (run.front() < 0x80) {  // only with a code page that iconv does not know
         converted += static_cast<char>(run.front());
       } else {
-        converted += escape(run.front());
+        appendEscape(converted, run.front());
       }
       run.remove_prefix(1);
     }
+    if (text.empty()) {
+      return converted;
+    }
+    appendEscape(converted, u'\\');
+    text.remove_prefix(1);
   }
-  return converted;
 }
 
 // Allocates room for `count` characters and a NUL, which is stored.
