@@ -15,7 +15,8 @@ bool buildWithinLimit(KivMaster& master, std::uint64_t fileSize) {
   if (!buildKivMaster(master)) {
     return false;
   }
-  if (rootPathText(master) > memoryLimit(fileSize).most) {
+  constexpr std::uint64_t bytesForACharacter = 3;  // in UTF-8, at most
+  if (bytesForACharacter * rootPathText(master) > memoryLimit(fileSize).most) {
     std::cerr << "The file map is far larger than its document" << std::endl;
     return false;
   }

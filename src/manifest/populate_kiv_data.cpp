@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -75,16 +76,17 @@ void prefetchValues(const KivFmDataNode* file) {
   }
 }
 
-// In the order of the sources, so that each has its place in the map after the one before; those with the same source
-// in the document's order, so that the last one counts (bench: "load unsorted").
-void addFiles(std::vector<File>& files, KIVData& data) {
+// In the order of the sources, which all begin with the root's path, so that each has its place in the map after the
+// one before; those with the same source in the document's order, so that the last one counts (bench: "load unsorted").
+void addFiles(std::vector<File>& files, std::size_t rootLength, KIVData& data) {
   std::vector<File*> ordered;
   ordered.reserve(files.size());
   for (File& file : files) {
     ordered.push_back(&file);
   }
-  if (!std::ranges::is_sorted(ordered, {}, &File::source)) {
-    std::ranges::stable_sort(ordered, {}, &File::source);
+  const auto belowRoot = [rootLength](const File* file) { return std::string_view(file->source).substr(rootLength); };
+  if (!std::ranges::is_sorted(ordered, {}, belowRoot)) {
+    std::ranges::stable_sort(ordered, {}, belowRoot);
   }
   auto place = data.fileMap.end();
   for (File* file : ordered) {
@@ -112,13 +114,13 @@ void populateFileMap(KivFmNode& filemap, KIVData& data) {
       files.push_back(reader.read(rootPath, *nodes.at(i)));
     }
     nodes.release();
-    addFiles(files, data);
+    addFiles(files, rootPath.size(), data);
   }
 }
 
 void populateSearchPath(KivVpNode& varnixPath, KIVData& data) {
   for (auto& item : varnixPath.varnixPathDataNodeList) {
-    data.varnixPath.push_back(item.path.getText());
+    item.path.readText(data.varnixPath.emplace_back());
   }
 }
 
