@@ -126,7 +126,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
   if (!isSimple) {
     const std::uint64_t definitions = declaration.hasAttDefs() ? declaration.getAttDefList().getAttDefCount() : 0;
     const std::uint64_t compared = declaredElements.fullestBucket() + undeclaredElements.fullestBucket() + longestModel;
-    steps += (4 + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions +
+    steps += (visitSteps + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions +
              definitions * definitions / 2;
     for (XMLSize_t i = 0; i < definitions; ++i) {  // also those whose attribute is given
       const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
@@ -171,7 +171,7 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
       break;
     case XMLAttDef::Notation:
     case XMLAttDef::Enumeration:
-      steps += (1 + value / 2) * longestEnumeration;
+      steps += enumerationSteps(value);
       break;
     default:
       break;
@@ -213,11 +213,13 @@ void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, boo
   hold(model.names.size(), modelLimit);
   hold(model.nodes, {nodesForAName * modelLimit.most, modelLimit.message});
   declare(declaredElements, declaration.getFullName());
+  std::uint64_t steps = declarationSteps + model.cost;
   for (const std::u16string_view name : model.names) {
     declare(declaredElements, name);
+    steps += (visitSteps + name.size()) * declaredElements.fullestBucket();
   }
   longestModel = std::max(longestModel, model.names.size());
-  charge(declarationSteps + model.cost);
+  charge(steps);
   DocumentBuilder::elementDecl(declaration, isIgnored);
 }
 
@@ -232,17 +234,23 @@ void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xerces
                             bool isIgnored) {
   const std::size_t definitions = element.getAttDefList().getAttDefCount();
   const std::u16string_view enumeration = definition.getEnumeration() != nullptr ? definition.getEnumeration() : u"";
-  hold(enumeration.size() * (budgets.size / 4), budgets.work);  // of one tag's values, which are looked up in it
+  const std::uint64_t value = XMLString::stringLen(definition.getValue());
   mostDefinitions = std::max(mostDefinitions, definitions);
+  longestEnumeration = std::max(longestEnumeration, enumeration.size());
+  hold(enumerationSteps(budgets.size) / 2, budgets.work);  // of one tag's values
+  const auto values = static_cast<std::uint64_t>(1 + std::ranges::count(enumeration, u' '));
+  std::uint64_t steps = attributeSteps + (visitSteps + XMLString::stringLen(definition.getFullName())) * definitions +
+                        values * enumeration.size() + valueCharacterSteps * value;
   if (declaresNamespace(definition.getFullName())) {
-    hold(++namespacesOfElement[&element], {fullestBucket, budgets.work.message});  // which one tag may add to a bucket
+    const std::size_t namespacesByDefault = ++namespacesOfElement[&element];
+    hold(namespacesByDefault, {fullestBucket, budgets.work.message});  // which one tag may add to a bucket
+    steps += characterSteps * namespacesByDefault * value;
   } else if (localPart(definition.getFullName()) != definition.getFullName()) {
     ++prefixedDefinitions;
   }
-  longestEnumeration = std::max(longestEnumeration, enumeration.size());
-  const auto values = static_cast<std::uint64_t>(1 + std::ranges::count(enumeration, u' '));
-  charge(attributeSteps + (visitSteps + XMLString::stringLen(definition.getFullName())) * definitions +
-         values * enumeration.size() + valueCharacterSteps * XMLString::stringLen(definition.getValue()));
+  tokensByDefault += definition.getType() == XMLAttDef::CData ? 0 : value;
+  charge(steps);
+  holdTokens();
   DocumentBuilder::attDef(element, definition, isIgnored);
 }
 
@@ -254,6 +262,7 @@ void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool 
   }
   declare(isParameterEntity ? parameterEntities : generalEntities, declaration.getName());
   charge(declarationSteps);
+  holdTokens();
   longestEntityName = std::max<std::size_t>(longestEntityName, XMLString::stringLen(declaration.getName()));
   DocumentBuilder::entityDecl(declaration, isParameterEntity, isIgnored);
 }
@@ -284,6 +293,7 @@ void DocumentParser::checkAllocation(std::size_t size) {
     const auto* name = static_cast<const XMLCh*>(newest.first);
     if (*name != 0) {
       declare(*std::exchange(awaitingName, nullptr), name);
+      holdTokens();
     }
   }
   if (size == readerBlockSize()) {
@@ -356,6 +366,22 @@ void DocumentParser::openReader() {
     mostReaders = open;
     spend(readerSteps);
   }
+  entityCharacters += characters;
+  holdTokens();
+}
+
+// Values are looked up after all of a tag have been read, and those by default before the first tag: tokens in an
+// enumeration, identifiers, entities, and a few namespaces in each other. Entities can make them far longer than the
+// document.
+void DocumentParser::holdTokens() {
+  const std::uint64_t characters = entityCharacters + tokensByDefault;
+  const std::uint64_t compared = TagTables::few + identifierNames.fullestBucket() + generalEntities.fullestBucket();
+  hold(work + enumerationSteps(characters) + characterSteps * compared * characters, budgets.work);
+}
+
+// To look up tokens, of which each may be one letter.
+std::uint64_t DocumentParser::enumerationSteps(std::uint64_t characters) const {
+  return longestEnumeration * (1 + characters / 2) * 5 / 2;
 }
 
 void DocumentParser::declare(NameTable& table, std::u16string_view name) {
@@ -367,6 +393,7 @@ void DocumentParser::declare(NameTable& table, std::u16string_view name) {
 void DocumentParser::charge(std::uint64_t steps) {
   entries = 0;
   entriesToLook = entriesToFirstLook;
+  entityCharacters = 0;
   checkMemory(0);
   spend(steps);
 }

@@ -32,7 +32,8 @@ struct DocumentMemory {
 // for this one. What it does before it calls back is bounded by these:
 //
 //   a look-up: no bucket of any of its tables holds more than 768 names;
-//   a tag: the attributes that it gives are looked at while it is read, before most of them are looked up;
+//   a tag: the attributes that it gives are seen before the parser library looks them up, and of namespaces by default
+//   an element has at most 768;
 //   a declaration, an identifier: each new name is taken as it is allocated;
 //   an entity: its text is charged when its reader is allocated.
 //
@@ -54,6 +55,10 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
+  void startEntityReference(const xercesc::XMLEntityDecl& entity) override {
+    entityCharacters = 0;  // in content
+    DocumentBuilder::startEntityReference(entity);
+  }
   void startIntSubset() override { inDeclarations = true; }
   void endIntSubset() override { inDeclarations = false; }
   void elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) override;
@@ -79,6 +84,8 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void checkMemory(std::size_t more);
   void lookAtTag();
   void openReader();
+  void holdTokens();
+  std::uint64_t enumerationSteps(std::uint64_t characters) const;
   std::uint64_t fullestOfAll() const;
   void declare(NameTable& table, std::u16string_view name);
   void charge(std::uint64_t steps);
@@ -107,6 +114,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   std::vector<const xercesc::KVStringPair*> givenAttributes;
   std::size_t entries = 0;  // in tables of the parser library that were allocated since the last callback
   std::size_t entriesToLook = 0;
+  std::uint64_t entityCharacters = 0;  // read since the last callback
 
   // Where the name of an object goes that was allocated, and how many blocks after it the name is.
   NameTable* awaitingName = nullptr;
@@ -121,8 +129,10 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   std::size_t mostDefinitions = 0;  // of attributes of an element
   std::size_t prefixedDefinitions = 0;
   std::unordered_map<const xercesc::XMLElementDecl*, std::size_t> namespacesOfElement;  // by default
-  std::size_t longestModel = 0;                                                         // names
-  std::size_t longestEnumeration = 0;                                                   // characters
+
+  std::uint64_t tokensByDefault = 0;   // characters
+  std::size_t longestModel = 0;        // names
+  std::size_t longestEnumeration = 0;  // characters
   std::size_t errors = 0;
   std::size_t errorText = 0;  // characters
 };
