@@ -75,7 +75,7 @@ void DocumentParser::lookAtTag() {
   }
   entriesToLook = entries + entries / 4;
   const GivenAttributes given(givenAttributes.data(), std::min(2 * entries, givenAttributes.size()));
-  std::size_t mappings = mappingsInScope.empty() ? 0 : mappingsInScope.back();
+  std::size_t mappings = mappingsInScope.back();
   const std::uint64_t steps = tagTables.costOf(given, mostDefinitions, false) + costOfNamespaces(given, mappings);
   hold(work + steps + costOfMappings(given.size() + prefixedDefinitions, mappings), budgets.work);
 }

@@ -1,5 +1,7 @@
 #include "document/guard/content_model_cost.h"
 
+#include "document/guard/steps.h"
+
 #include <xercesc/validators/common/ContentSpecNode.hpp>
 
 #include <algorithm>
@@ -12,8 +14,9 @@ std::uint64_t automatonCost(const std::vector<std::u16string_view>& names) {
   constexpr std::uint64_t stepsForARow = 256;
   constexpr std::uint64_t stepsForACell = 48;
   constexpr std::uint64_t placesInABlock = 1'024;  // of a set of places
-  constexpr std::uint64_t farTooManyPlaces =
-      34;  // for a document of 2 GiB; of 5,000 names, the sum stays below 64 bits
+  // For a document of 2 GiB; of 5,000 names, the sum stays below 64 bits.
+  constexpr std::uint64_t farTooManyPlaces = 34;
+  constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 31U;
 
   struct Places {
     std::uint64_t count = 0;
@@ -34,11 +37,10 @@ std::uint64_t automatonCost(const std::vector<std::u16string_view>& names) {
     rows += (std::uint64_t{1} << std::min(places.count, farTooManyPlaces)) - 1;
     stepsOfRow += stepsForACell + (places.count > 1 ? 4 * (places.last - places.first + placesInABlock / 16) : 0);
   }
-  // Rows are told from each other by sets of places, whose hash on 64 bit can be that of one in 64.
-  constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 31U;
-  const std::uint64_t rowsInABucket = std::min(rows, farTooManyRows) / 64;
+  // Each row is compared with those in its bucket: of their sets of places, one in 64 can have the same hash on 64 bit.
+  const std::uint64_t rowsCompared = std::min(rows, farTooManyRows);
   const std::uint64_t places = names.size();
-  return 16 * std::min(rows, farTooManyRows) * rowsInABucket + 2 * places * characters + places * places * places / 64 +
+  return visitSteps * rowsCompared * (rowsCompared / 64) + 2 * places * characters + places * places * places / 64 +
          rows * (stepsOfRow + placesOfName.size() * (places / placesInABlock) * stepsForACell);
 }
 

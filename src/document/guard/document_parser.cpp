@@ -89,8 +89,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
     undeclaredSeen = declaration.getId();
     declare(undeclaredElements, declaration.getFullName());
   }
-  std::size_t& mappings =
-      mappingsInScope.emplace_back(mappingsInScope.empty() ? std::size_t{0} : mappingsInScope.back());
+  std::size_t& mappings = mappingsInScope.emplace_back(mappingsInScope.back());
   bool isSimple = fDocumentType == nullptr && attributeCount <= few && *prefix == 0 && mappings == 0;
   for (XMLSize_t i = 0; i < attributeCount && isSimple; ++i) {
     isSimple = isPlain(*attributes.elementAt(i));
@@ -137,11 +136,11 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
     case XMLAttDef::ID:
     case XMLAttDef::IDRef:
     case XMLAttDef::IDRefs:
-      steps += (2 * visitSteps + characterSteps * identifierNames.fullestBucket()) * value;
+      steps += costOfTokens(value, identifierNames);
       break;
     case XMLAttDef::Entity:
     case XMLAttDef::Entities:
-      steps += (2 * visitSteps + characterSteps * generalEntities.fullestBucket()) * value;
+      steps += costOfTokens(value, generalEntities);
       break;
     case XMLAttDef::Notation:
     case XMLAttDef::Enumeration:
@@ -151,6 +150,10 @@ std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
       break;
   }
   return steps;
+}
+
+std::uint64_t DocumentParser::costOfTokens(std::uint64_t characters, const NameTable& table) {
+  return (2 * visitSteps + characterSteps * table.fullestBucket()) * characters;
 }
 
 // A prefix is looked up in its table, and then among the mappings in scope, twice.

@@ -76,6 +76,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
                      XMLSize_t attributeCount);
   std::uint64_t costOf(const xercesc::XMLAttr& attribute) const;
+  static std::uint64_t costOfTokens(std::uint64_t characters, const NameTable& table);
   std::uint64_t costOfPrefix(const XMLCh* prefix) const;
   std::uint64_t costOfMappings(std::uint64_t prefixed, std::uint64_t mappings) const;
   std::uint64_t costOfNamespaces(GivenAttributes given, std::size_t& mappings);
@@ -122,7 +123,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   bool inDeclarations = false;
 
   std::size_t depth = 0;
-  std::vector<std::size_t> mappingsInScope;  // of prefixes to namespaces, by depth
+  std::vector<std::size_t> mappingsInScope = {0};  // of prefixes to namespaces, by depth
   bool readerSeen = false;
   std::size_t mostReaders = 1;
   std::size_t longestEntityName = 0;

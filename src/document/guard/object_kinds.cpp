@@ -42,8 +42,7 @@ const ObjectKinds& objectKinds() {
 }
 
 std::size_t readerBlockSize() {
-  static const std::size_t size =
-      XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(xercesc::MemoryManager*)) + sizeof(xercesc::XMLReader);
+  static const std::size_t size = ObjectKind::headerSize() + sizeof(xercesc::XMLReader);
   return size;
 }
 

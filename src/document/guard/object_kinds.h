@@ -28,9 +28,10 @@ class ObjectKind {
     return std::memcmp(object, &begin, sizeof begin) == 0 ? static_cast<const T*>(object) : nullptr;
   }
 
- private:
+  // What the library puts before an object.
   static std::size_t headerSize();
 
+ private:
   std::size_t size;
   void* begin;
 };

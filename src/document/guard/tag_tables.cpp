@@ -1,5 +1,7 @@
 #include "document/guard/tag_tables.h"
 
+#include "document/guard/steps.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -16,7 +18,7 @@ std::uint64_t TagTables::bucketsFor(std::size_t attributes) const {
 
 std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions, bool isComplete) {
   // To visit a name takes longer when they do not stay in the processor's cache.
-  const std::uint64_t visitSteps = 8 + std::min<std::uint64_t>(given.size() / 200, 100);
+  const std::uint64_t toVisit = comparisonSteps + std::min<std::uint64_t>(given.size() / 200, 100);
   std::uint64_t steps = 0;
   for (const xercesc::KVStringPair* attribute : given) {
     const std::u16string_view name = attribute->getKey() != nullptr ? attribute->getKey() : u"";
@@ -26,7 +28,7 @@ std::uint64_t TagTables::costOf(GivenAttributes given, std::uint64_t definitions
     } else {
       compared += first.add(name) + (second ? 2 * second->add(localPart(name)) : 0);
     }
-    steps += (visitSteps + name.size()) * compared;
+    steps += (toVisit + name.size()) * compared;
   }
   if (given.size() > few) {
     first.clear(isComplete);
