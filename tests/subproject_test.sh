@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # Builds the library into another project with three lines, its platform libraries named as if they came from elsewhere, its
-# elements added in the parser library's way, its sources joined (which is quick): what is built and installed, and that it
-# works. Then installs it with a folder of the project's own for libraries. Arguments: sources, libnuvo.so, libqzkivbtcrypto.so, the program of the library's tests.
+# sources joined (which is quick): what is built and installed, and that it works. Then installs it with a folder of the project's own for libraries. Arguments: sources, libnuvo.so, libqzkivbtcrypto.so, the program of the library's tests.
 set -euo pipefail
 source=$1 nuvo=$2 crypto=$3 library_test=$4
 scratch=$(mktemp -d)
@@ -15,7 +14,7 @@ add_subdirectory($source library)
 target_link_libraries(app PRIVATE qzjexxml::qzjexxml)
 END
 build() {
-  cmake -G Ninja -S "$scratch" -B "$scratch/build" -DCMAKE_CXX_FLAGS=-O0 -DCMAKE_UNITY_BUILD=ON -DQZJEXXML_PLAIN_ELEMENTS=OFF \
+  cmake -G Ninja -S "$scratch" -B "$scratch/build" -DCMAKE_CXX_FLAGS=-O0 -DCMAKE_UNITY_BUILD=ON \
     -DNUVO_LIBRARY="$scratch/${nuvo##*/}" -DKIVBTCRYPTO_LIBRARY="$scratch/${crypto##*/}" "$@" >/dev/null
   cmake --build "$scratch/build" >"$scratch/log" || { cat "$scratch/log"; exit 1; }
 }

@@ -116,6 +116,6 @@ bool Description::hasErrors() const {
   return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
 }
 
-xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->getDocument(); }
+xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->document(); }
 
 }  // namespace tool

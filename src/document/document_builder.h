@@ -1,38 +1,24 @@
-// DocumentBuilder: the DOM parser, which builds of a document what the trees are built over.
+// DocumentBuilder: the parser that builds of a document what the trees are built over.
 //
 // That is its elements with their attributes, under their names as written. Nobody asks a document for anything else,
 // so nothing else is built: no text, comment or instruction, no namespace, no part of the type declaration, and no
 // content of an entity, since an element that comes out of one is no child of the element around the reference.
-// Attributes by default come from the scanner, like others.
-//
-// Elements are added a short way. The parser library looks each name up in the document's own hash table, and reaches
-// the links of a node (parent, siblings, first child) through dynamic casts: four for each node that it appends, and
-// again for an element's end. They are half of the instructions of a parse. This class makes the same nodes with the
-// same values in every field, but knows their types, keeps the links of the open elements at hand, and has the names.
-//
-// The classes of nodes are the library's own, from headers that it installs but does not promise to keep. So they
-// are used with the one version that was looked at; with any other, and with QZJEXXML_PLAIN_ELEMENTS off, elements are
-// added through the interface of the DOM.
+// Xerces-C's own document is never made either. Attributes by default come from the scanner, like others.
 #ifndef QZJEXXML_DOCUMENT_DOCUMENT_BUILDER_H
 #define QZJEXXML_DOCUMENT_DOCUMENT_BUILDER_H
 
-#include <xercesc/dom/DOMNode.hpp>
+#include "document/document_nodes.h"
+
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include <cstddef>
-#include <cstdint>
+#include <functional>
+#include <memory_resource>
 #include <set>
+#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
-
-XERCES_CPP_NAMESPACE_BEGIN
-class DOMAttrImpl;
-class DOMChildNode;
-class DOMElementImpl;
-class DOMParentNode;
-XERCES_CPP_NAMESPACE_END
 
 namespace jexxml {
 
@@ -44,18 +30,30 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
 
   using XercesDOMParser::XercesDOMParser;
 
+  // The document, complete when the parse is. Owned; `getDocument` of the base stays null.
+  DOMNode* document() { return &documentNode; }
+
+  // Bytes that the nodes and their texts take.
+  std::size_t nodeBytes() const { return blocks.bytes; }
+
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
-  void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
-  void endEntityReference(const xercesc::XMLEntityDecl& entity) override;
-  void endDocument() override;
+  void startEntityReference(const xercesc::XMLEntityDecl& /*entity*/) override { ++openEntities; }
+  void endEntityReference(const xercesc::XMLEntityDecl& /*entity*/) override { --openEntities; }
 
+  void startDocument() override {}
+  void endDocument() override {}
+  void XMLDecl(const XMLCh*, const XMLCh*, const XMLCh*, const XMLCh*) override {}
   void docCharacters(const XMLCh*, XMLSize_t, bool) override {}
   void ignorableWhitespace(const XMLCh*, XMLSize_t, bool) override {}
   void docComment(const XMLCh*) override {}
   void docPI(const XMLCh*, const XMLCh*) override {}
+  void doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh*, const XMLCh*, bool, bool) override {}
+  void doctypeComment(const XMLCh*) override {}
+  void doctypePI(const XMLCh*, const XMLCh*) override {}
+  void doctypeWhitespace(const XMLCh*, XMLSize_t) override {}
   void startIntSubset() override {}
   void endIntSubset() override {}
   void elementDecl(const xercesc::DTDElementDecl&, bool) override {}
@@ -64,32 +62,30 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
   void endAttList(const xercesc::DTDElementDecl&) override {}
   void entityDecl(const xercesc::DTDEntityDecl&, bool, bool) override {}
   void notationDecl(const xercesc::XMLNotationDecl&, bool) override {}
-
- protected:
-  // Called where an element is added through the interface of the DOM, with the number of names that may be compared
-  // for it: the document's hash table does not grow, and may have all names so far in one bucket.
-  virtual void namesWalked(std::uint64_t /*names*/) {}
+  void TextDecl(const XMLCh*, const XMLCh*) override {}
 
  private:
-  // An element that is not closed yet, with its last child.
-  struct OpenElement {
-    xercesc::DOMNode* node;
-    xercesc::DOMParentNode* links = nullptr;
-    xercesc::DOMChildNode* firstLinks = nullptr;
-    xercesc::DOMNode* lastChild = nullptr;
-    xercesc::DOMChildNode* lastLinks = nullptr;
+  // Counts what the nodes take of the C++ library's memory.
+  struct Blocks final : std::pmr::memory_resource {
+    std::size_t bytes = 0;
+
+   private:
+    void* do_allocate(std::size_t size, std::size_t alignment) override;
+    void do_deallocate(void* block, std::size_t size, std::size_t alignment) override;
+    bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
   };
 
-  void addAttributes(xercesc::DOMElementImpl& element, const Attributes& attributes, XMLSize_t attributeCount);
-  static void append(xercesc::DOMElementImpl& element, OpenElement& parent);
-  const XMLCh* nameAt(XMLSize_t place, const XMLCh* name);
-  const XMLCh* kept(std::u16string_view name);
+  std::span<AttributeNode> copyAttributes(const Attributes& attributes, XMLSize_t count);
+  const XMLCh* intern(const XMLCh* name);
+  const XMLCh* copy(const XMLCh* text);
 
+  Blocks blocks;
+  std::pmr::monotonic_buffer_resource arena{&blocks};
+  DocumentNode documentNode;
   std::size_t openEntities = 0;
-  std::vector<OpenElement> openElements;
-  std::vector<xercesc::DOMAttrImpl*> ordered;   // attributes of one element, by name
-  std::set<std::u16string, std::less<>> names;  // of attributes, as the document refers to them
-  std::vector<const XMLCh*> lastNames;          // of the last attribute at each place
+  std::vector<ElementNode**> links = {&documentNode.root};  // of the document and each open element: to the next child
+  std::set<std::u16string, std::less<>> names;              // of attributes
+  std::vector<const XMLCh*> lastNames;                      // by place in the tag
 };
 
 }  // namespace jexxml

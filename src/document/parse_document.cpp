@@ -3,7 +3,6 @@
 #include "document/guard/document_parser.h"
 #include "text/lcp_text.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -50,7 +49,7 @@ DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
     std::cerr << "An error occurred during parsing" << '\n' << ' ' << std::endl;
     return nullptr;
   }
-  return gErrorReporter->sawErrors ? nullptr : parser.getDocument();
+  return gErrorReporter->sawErrors ? nullptr : parser.document();
 }
 
 }  // namespace jexxml

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstddef>
-#include <memory>
 #include <new>
 
 namespace jexxml {
@@ -69,15 +68,9 @@ class DefaultMemory final : public xercesc::MemoryManager {
   bool reserveTaken = false;
 };
 
-// For a mebibyte, in parts: when a block is freed that is large enough for a mapping of its own, the C library's
-// allocator takes larger ones into its heap from then on, and keeps there what a load has given back
-// (docs/performance.md).
-void checkForRoom() {
-  constexpr std::size_t partSize = std::size_t{64} << 10U;
-  for (auto& part : std::array<std::unique_ptr<std::byte[]>, 16>()) {
-    part.reset(new std::byte[partSize]);
-  }
-}
+// Throws std::bad_alloc where there is no mebibyte. By direct calls, which the compiler does not leave out as it may
+// leave out a new expression.
+void checkForRoom() { ::operator delete(::operator new (std::size_t{1} << 20U)); }
 
 }  // namespace
 

@@ -2,7 +2,6 @@
 
 #include "text/lcp_text.h"
 
-#include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -12,20 +11,6 @@
 namespace jexxml {
 
 using xercesc::XMLString;
-
-namespace {
-
-// What DOMAttr::getValue returns, without the dynamic cast that takes most of its time, where the
-// attribute consists of one text.
-const XMLCh* valueOf(const DOMNode& attribute) {
-  const DOMNode* child = attribute.getFirstChild();
-  if (child != nullptr && child->getNextSibling() == nullptr && child->getNodeType() == DOMNode::TEXT_NODE) {
-    return child->getNodeValue();
-  }
-  return static_cast<const xercesc::DOMAttr&>(attribute).getValue();
-}
-
-}  // namespace
 
 void NodeAttribute::fetch(std::initializer_list<NodeAttribute*> attributes) {
   const DOMNode* element = nullptr;
@@ -58,7 +43,7 @@ void NodeAttribute::take(const DOMNode& attribute) {
   missing = false;
   nodeName = attribute.getNodeName();
   nodeType = attribute.getNodeType();
-  value = valueOf(attribute);
+  value = attribute.getNodeValue();
 }
 
 const std::string& NodeAttribute::getText() {

@@ -62,7 +62,7 @@ void DocumentParser::checkMemory(std::size_t more) {
     refused = true;
     throw xercesc::OutOfMemoryException();
   }
-  hold(memory.bytesInUse + more, budgets.memory);
+  hold(memory.bytesInUse + nodeBytes() + more, budgets.memory);
 }
 
 // A tag's attributes are looked up after all of them have been read. Each that then enters a table, and each prefix and

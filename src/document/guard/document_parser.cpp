@@ -90,7 +90,7 @@ void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, c
     declare(undeclaredElements, declaration.getFullName());
   }
   std::size_t& mappings = mappingsInScope.emplace_back(mappingsInScope.back());
-  bool isSimple = fDocumentType == nullptr && attributeCount <= few && *prefix == 0 && mappings == 0;
+  bool isSimple = !hasType && attributeCount <= few && *prefix == 0 && mappings == 0;
   for (XMLSize_t i = 0; i < attributeCount && isSimple; ++i) {
     isSimple = isPlain(*attributes.elementAt(i));
   }

@@ -59,6 +59,10 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
     entityCharacters = 0;  // in content
     DocumentBuilder::startEntityReference(entity);
   }
+  void doctypeDecl(const xercesc::DTDElementDecl& /*root*/, const XMLCh* /*publicId*/, const XMLCh* /*systemId*/,
+                   bool /*hasInternalSubset*/, bool /*hasExternalSubset*/) override {
+    hasType = true;
+  }
   void startIntSubset() override { inDeclarations = true; }
   void endIntSubset() override { inDeclarations = false; }
   void elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) override;
@@ -68,9 +72,6 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) override;
   void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
              const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
-
- protected:
-  void namesWalked(std::uint64_t count) override { spend(count); }
 
  private:
   void chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix, const Attributes& attributes,
@@ -121,6 +122,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   NameTable* awaitingName = nullptr;
   int blocksToName = 0;
   bool inDeclarations = false;
+  bool hasType = false;
 
   std::size_t depth = 0;
   std::vector<std::size_t> mappingsInScope = {0};  // of prefixes to namespaces, by depth
