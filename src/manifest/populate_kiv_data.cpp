@@ -66,33 +66,18 @@ class FileReader {
   std::string fileRename;
 };
 
-// Asks for the values of a file that is soon to be copied: since the parse they have left the processor's
-// cache (bench: "load unsorted").
-void prefetchValues(const KivFmDataNode* file) {
-  if (file != nullptr) {
-    for (const NodeAttribute* attribute : {&file->dirName, &file->fileName, &file->dirRename, &file->fileRename}) {
-      __builtin_prefetch(attribute->value);
-    }
-  }
-}
-
 // In the order of the sources, which all begin with the root's path, so that each has its place in the map after the
 // one before; those with the same source in the document's order, so that the last one counts (bench: "load unsorted").
 void addFiles(std::vector<File>& files, std::size_t rootLength, KIVData& data) {
-  std::vector<File*> ordered;
-  ordered.reserve(files.size());
-  for (File& file : files) {
-    ordered.push_back(&file);
-  }
-  const auto belowRoot = [rootLength](const File* file) { return std::string_view(file->source).substr(rootLength); };
-  if (!std::ranges::is_sorted(ordered, {}, belowRoot)) {
-    std::ranges::stable_sort(ordered, {}, belowRoot);
+  const auto belowRoot = [rootLength](const File& file) { return std::string_view(file.source).substr(rootLength); };
+  if (!std::ranges::is_sorted(files, {}, belowRoot)) {
+    std::ranges::stable_sort(files, {}, belowRoot);
   }
   auto place = data.fileMap.end();
-  for (File* file : ordered) {
-    place = data.fileMap.try_emplace(place, std::move(file->source));
+  for (File& file : files) {
+    place = data.fileMap.try_emplace(place, std::move(file.source));
     FileMapEntry& entry = place->second;
-    entry.target = std::move(file->target);
+    entry.target = std::move(file.target);
     entry.holder.isDefault = false;
     entry.holder.set(nullptr, false);
   }
@@ -101,7 +86,6 @@ void addFiles(std::vector<File>& files, std::size_t rootLength, KIVData& data) {
 // A root's nodes give way before its files enter the record, which so grows into the memory that the tree had (bench:
 // "peak of a load").
 void populateFileMap(KivFmNode& filemap, KIVData& data) {
-  constexpr int lookahead = 4;
   FileReader reader;
   std::vector<File> files;
   for (auto& root : filemap.filemapRootNodeList) {
@@ -109,9 +93,8 @@ void populateFileMap(KivFmNode& filemap, KIVData& data) {
     ChildNodeList<KivFmDataNode>& nodes = root.filemapDataNodeList;
     files.clear();
     files.reserve(nodes.nodes.size());
-    for (int i = 0; i < nodes.size(); ++i) {
-      prefetchValues(nodes.at(i + lookahead));
-      files.push_back(reader.read(rootPath, *nodes.at(i)));
+    for (const KivFmDataNode& node : nodes) {
+      files.push_back(reader.read(rootPath, node));
     }
     nodes.release();
     addFiles(files, rootPath.size(), data);
