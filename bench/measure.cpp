@@ -63,7 +63,7 @@ void time(const std::string& name, Work work, const std::string& path, int repet
 }
 
 void timePart(const std::string& name, PartOfWork work, const std::string& path) {
-  constexpr int repetitions = 25;
+  constexpr int repetitions = 11;
   registered(name, repetitions,
              [work, path](benchmark::State& state) {
                for ([[maybe_unused]] auto iteration : state) {
@@ -76,8 +76,11 @@ void timePart(const std::string& name, PartOfWork work, const std::string& path)
 }
 
 void run(int argc, char* argv[]) {
+  std::ofstream log{std::string(argv[0]) + ".log"};
   benchmark::Initialize(&argc, argv);
   Collector collector;
+  collector.SetOutputStream(&log);
+  collector.SetErrorStream(&log);
   benchmark::RunSpecifiedBenchmarks(&collector);
 }
 

@@ -13,10 +13,11 @@ using PartOfWork = double (*)(const std::string& path);
 
 // Registers a work to be timed on a file, under a name for milliseconds(). Each of the repetitions takes its memory
 // afresh from the system, whatever ran before it.
-void time(const std::string& name, Work work, const std::string& path, int repetitions = 25);
+void time(const std::string& name, Work work, const std::string& path, int repetitions = 11);
 void timePart(const std::string& name, PartOfWork work, const std::string& path);
 
-// Runs what was registered, as the arguments of Google Benchmark say.
+// Runs what was registered, as the arguments of Google Benchmark say. What Google Benchmark prints goes to a file
+// beside the program, PROGRAM.log.
 void run(int argc, char* argv[]);
 
 // What a run took in real time, as a lower quartile: away from slow times, in which the machine did something else, and
