@@ -29,6 +29,8 @@ TEST(Nuvo, ConvertsAsFarAsTheLengthSays) {
   EXPECT_EQ(toLcp(u"abc\u00E9x", 4), "abc\u00E9");
   EXPECT_EQ(toUtf16("caf\u00E9", 5), u"caf\u00E9");
   EXPECT_EQ(toLcp(std::u16string(1000, u'\u00E9'))->size(), 2000u);
+  const ThreadLocale locale("test.ISO-8859-1");
+  EXPECT_EQ(toLcp(std::u16string(1000, u'\u00E9')), std::string(1000, '\xE9'));
   EXPECT_TRUE(utf16_to_lcp(nullptr, -1) == nullptr && lcp_to_utf16(nullptr, -1) == nullptr);
 }
 
@@ -44,7 +46,8 @@ TEST(Nuvo, ConvertsToEachCodePage) {
       {"C", loneHigh, "a\\uD83Db"},
       {"C", loneLast, "a\\uD83D"},
       {"C", twoHigh, "\\uD83D\U0001F600"},
-      {"C", u"\u007F\u0080", "\x7F\xC2\x80"},
+      {"C", u"\u007F\u0080\uE000\uFF21", "\x7F\xC2\x80\uE000\uFF21"},
+      {"C", u"\U0001F3FF\U0010FC00", "\U0001F3FF\U0010FC00"},
       {"C", loneLow, "\\uDE00\\uD83D"},
       {"C", u"\\u65E5 \\ \\\\ \\u \\uD83", "\\u65E5 \\ \\\\ \\u \\uD83"},
       {"C", u"\\uD83D a\\u005Cb \\u005CuD83D", "\\u005CuD83D a\\u005Cb \\u005Cu005CuD83D"},
@@ -54,6 +57,7 @@ TEST(Nuvo, ConvertsToEachCodePage) {
       {"test.ISO-8859-1", u"\U0001F600x", "\\uD83D\\uDE00x"},
       {"test.ISO-8859-1", u"\\u65E5 \\u00E9 \\u65e5", "\\u005Cu65E5 \\u00E9 \\u65e5"},
       {"test.ISO-8859-1", u"\\\u65E5", "\\\\u65E5"},
+      {"test.ISO-8859-1", u"\\x65E5 \\u65:5 \\u65EG \\u65@5 \\u65E", "\\x65E5 \\u65:5 \\u65EG \\u65@5 \\u65E"},
       {"test.BIG5-HKSCS", u"\u00CA\u0304\u65E5\u00CA", "\x88\x62\xA4\xE9\x88\x66"},
       {"test.BIG5-HKSCS", u"\u00CA\U0001F600", "\x88\x66\\uD83D\\uDE00"},
   };

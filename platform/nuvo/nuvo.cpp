@@ -1,17 +1,15 @@
 #include "nuvo.h"
 
-#include <iconv.h>
 #include <langinfo.h>
 #include <utf8.h>
+#include <wchar.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <clocale>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
-#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -19,16 +17,14 @@
 
 namespace {
 
-constexpr std::string_view utf8Name = "UTF-8";
-constexpr const char* utf16Name = "UTF-16LE";
 constexpr std::size_t escapeLength = 6;  // \uHHHH
 
-const char* localCodePage() {
+bool isLocaleUtf8() {
   const std::string_view locale = nl_langinfo(_NL_LOCALE_NAME(LC_CTYPE));
-  return locale == "C" || locale == "POSIX" ? utf8Name.data() : nl_langinfo(CODESET);
+  return locale == "C" || locale == "POSIX" || std::string_view(nl_langinfo(CODESET)) == "UTF-8";
 }
 
-bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+bool isSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
 bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 
@@ -36,127 +32,93 @@ bool isPair(std::u16string_view text) {
   return text.size() > 1 && isHighSurrogate(text[0]) && isSurrogate(text[1]) && !isHighSurrogate(text[1]);
 }
 
-// For UTF-8, with the contract of Conversion::append. They need no loadable module of iconv, which a small system
-// may lack.
-bool appendAsUtf8(std::string& output, std::u16string_view& input) {
-  std::size_t end = 0;
-  while (end < input.size()) {
-    if (!isSurrogate(input[end])) {
-      ++end;
-    } else if (isPair(input.substr(end))) {
-      end += 2;
-    } else {
-      break;
-    }
+char32_t firstPoint(std::u16string_view text) {
+  return isPair(text) ? 0x10000U + ((text[0] - 0xD800U) << 10U) + (text[1] - 0xDC00U) : text[0];
+}
+
+void appendPoint(std::u16string& output, char32_t point) {
+  if (point > 0xFFFF) {
+    output += static_cast<char16_t>(0xD800U + ((point - 0x10000U) >> 10U));
+    point = 0xDC00U + (point & 0x3FFU);
   }
-  const std::size_t before = output.size();
-  output.resize(before + 3 * end);  // a code unit takes at most three bytes
-  const char* last = utf8::unchecked::utf16to8(input.data(), input.data() + end, output.data() + before);
-  output.resize(static_cast<std::size_t>(last - output.data()));
-  input.remove_prefix(end);
-  return input.empty();
+  output += static_cast<char16_t>(point);
 }
 
-bool appendFromUtf8(std::u16string& output, std::string_view& input) {
-  const char* end = utf8::find_invalid(input.data(), input.data() + input.size());
-  utf8::unchecked::utf8to16(input.data(), end, std::back_inserter(output));
-  input.remove_prefix(static_cast<std::size_t>(end - input.data()));
-  return input.empty();
-}
-
-// A conversion descriptor of iconv. Where iconv does not know the pair of code pages, it converts nothing.
-class Conversion {
+// Writes characters in the locale encoding, one by one: what follows a character that the encoding lacks is not
+// converted in vain, as iconv would.
+class Encoder {
  public:
-  Conversion(const char* to, const char* from) : descriptor(iconv_open(to, from)) {}
-  Conversion(const Conversion&) = delete;
-  Conversion& operator=(const Conversion&) = delete;
-  ~Conversion() {
-    if (isOpen()) {
-      iconv_close(descriptor);
+  // False, with nothing written, for a character that the encoding lacks.
+  bool append(std::string& output, char32_t point) {
+    if (point < 0x80 && mbsinit(&state) != 0) {
+      output += static_cast<char>(point);
+      return true;
     }
-  }
-
-  // Converts the longest convertible prefix of `input`, appends the result and removes the prefix. False when
-  // something remains.
-  template <typename To, typename From>
-  bool append(std::basic_string<To>& output, std::basic_string_view<From>& input) const {
-    if (!isOpen()) {
+    if (isUtf8) {
+      if (!isSurrogate(point)) {
+        utf8::unchecked::append(point, std::back_inserter(output));
+      }
+      return !isSurrogate(point);
+    }
+    std::array<char, MB_LEN_MAX> bytes;
+    const mbstate_t before = state;
+    const std::size_t length = wcrtomb(bytes.data(), static_cast<wchar_t>(point), &state);
+    if (length > bytes.size()) {
+      state = before;
       return false;
     }
-    iconv(descriptor, nullptr, nullptr, nullptr, nullptr);  // an exception may have ended the conversion before
-    char* in = const_cast<char*>(reinterpret_cast<const char*>(input.data()));
-    std::size_t inLeft = input.size() * sizeof(From);
-    const bool whole = appendChunks(output, &in, &inLeft);
-    input.remove_prefix(input.size() - inLeft / sizeof(From));
-    // Some converters buffer the last character until they have seen the next one.
-    return appendChunks(output, nullptr, nullptr) && whole;
+    output.append(bytes.data(), length);
+    return true;
   }
 
- private:
-  bool isOpen() const { return descriptor != reinterpret_cast<iconv_t>(-1); }  // NOLINT(performance-no-int-to-ptr)
-
-  template <typename To>
-  bool appendChunks(std::basic_string<To>& output, char** in, std::size_t* inLeft) const {
-    std::array<To, 256> chunk;
-    for (;;) {
-      char* out = reinterpret_cast<char*>(chunk.data());
-      std::size_t outLeft = sizeof chunk;
-      const bool done = iconv(descriptor, in, inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
-      const bool chunkFull = !done && errno == E2BIG;
-      output.append(chunk.data(), chunk.size() - outLeft / sizeof(To));
-      if (!chunkFull) {
-        return done;
-      }
+  // Some encodings keep a character until the next one is known.
+  void finish(std::string& output) {
+    if (mbsinit(&state) == 0) {
+      append(output, U'\0');
+      output.pop_back();
     }
-  }
-
-  iconv_t descriptor;
-};
-
-struct IconvConversions {
-  explicit IconvConversions(const char* codeset) : fromUtf16(codeset, utf16Name), toUtf16(utf16Name, codeset) {}
-
-  Conversion fromUtf16;
-  Conversion toUtf16;
-};
-
-class CodePage {
- public:
-  explicit CodePage(const char* codeset) : name(codeset) {
-    if (name != utf8Name) {
-      iconv = std::make_unique<IconvConversions>(codeset);
-    }
-  }
-
-  bool isNamed(const char* codeset) const { return name == codeset; }
-
-  // As Conversion::append, from UTF-16 and to it.
-  bool append(std::string& output, std::u16string_view& input) const {
-    return iconv ? iconv->fromUtf16.append(output, input) : appendAsUtf8(output, input);
-  }
-  bool append(std::u16string& output, std::string_view& input) const {
-    return iconv ? iconv->toUtf16.append(output, input) : appendFromUtf8(output, input);
   }
 
   bool has(char16_t unit) const {
     std::string converted;
-    std::u16string_view text(&unit, 1);
-    return iconv ? iconv->fromUtf16.append(converted, text) : !isSurrogate(unit);
+    return Encoder().append(converted, unit);
   }
 
  private:
-  std::string name;
-  std::unique_ptr<const IconvConversions> iconv;  // null for UTF-8
+  bool isUtf8 = isLocaleUtf8();
+  mbstate_t state = {};
 };
 
-// The calling thread's code page; its descriptors stay open until the thread uses another one.
-const CodePage& currentCodePage() {
-  thread_local std::optional<CodePage> current;
-  const char* name = localCodePage();
-  if (!current || !current->isNamed(name)) {
-    current.emplace(name);
+// Null for bytes that the locale encoding does not define.
+std::optional<std::u16string> decoded(std::string_view bytes) {
+  std::u16string text;
+  if (isLocaleUtf8()) {
+    if (utf8::find_invalid(bytes.begin(), bytes.end()) != bytes.end()) {
+      return std::nullopt;
+    }
+    utf8::unchecked::utf8to16(bytes.begin(), bytes.end(), std::back_inserter(text));
+    return text;
   }
-  return *current;
+  mbstate_t state = {};
+  const auto append = [&](const char* from, std::size_t size) {
+    wchar_t point = 0;
+    const std::size_t length = mbrtowc(&point, from, size, &state);
+    if (length <= size) {
+      appendPoint(text, static_cast<char32_t>(point));
+    }
+    return length == 0 && point == 0 ? 1 : length;  // some bytes stand for two characters: then the second takes none
+  };
+  while (!bytes.empty()) {
+    const std::size_t length = append(bytes.data(), bytes.size());
+    if (length > bytes.size()) {
+      return std::nullopt;
+    }
+    bytes.remove_prefix(length);
+  }
+  if (mbsinit(&state) == 0) {
+    append("", 1);
+  }
+  return text;
 }
 
 bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
@@ -191,45 +153,31 @@ std::optional<char16_t> namedUnit(std::u16string_view text) {
 }
 
 // Whether a text that begins with a backslash begins, literally, with what would be read as an escape: of a code unit
-// that the code page lacks, or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
-bool readsAsEscape(std::u16string_view text, const CodePage& codePage) {
+// that the encoding lacks, or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
+bool readsAsEscape(std::u16string_view text, const Encoder& encoder) {
   text.remove_prefix(1);
   std::optional<char16_t> unit = namedUnit(text);
   while (unit == u'\\') {
     text.remove_prefix(escapeLength - 1);
     unit = namedUnit(text);
   }
-  return unit && !codePage.has(*unit);
+  return unit && !encoder.has(*unit);
 }
 
-// Up to the first literal escape.
-std::u16string_view unescapedRun(std::u16string_view text, const CodePage& codePage) {
-  std::size_t end = text.find(u'\\');
-  while (end != std::u16string_view::npos && !readsAsEscape(text.substr(end), codePage)) {
-    end = text.find(u'\\', end + 1);
-  }
-  return text.substr(0, end);
-}
-
-std::string toLocalCodePage(std::u16string_view text, const CodePage& codePage) {
-  std::string converted;
-  while (true) {
-    std::u16string_view run = unescapedRun(text, codePage);
-    text.remove_prefix(run.size());
-    while (!run.empty() && !codePage.append(converted, run)) {
-      if (run.front() < 0x80) {  // only with a code page that iconv does not know
-        converted += static_cast<char>(run.front());
-      } else {
-        appendEscape(converted, run.front());
-      }
-      run.remove_prefix(1);
+std::string encoded(std::u16string_view text) {
+  std::string bytes;
+  Encoder encoder;
+  while (!text.empty()) {
+    const std::size_t units = isPair(text) ? 2 : 1;
+    const bool isEscape = text[0] == u'\\' && readsAsEscape(text, encoder);
+    if (isEscape || !encoder.append(bytes, firstPoint(text))) {
+      encoder.finish(bytes);
+      std::ranges::for_each(text.substr(0, units), [&](char16_t unit) { appendEscape(bytes, unit); });
     }
-    if (text.empty()) {
-      return converted;
-    }
-    appendEscape(converted, u'\\');
-    text.remove_prefix(1);
+    text.remove_prefix(units);
   }
+  encoder.finish(bytes);
+  return bytes;
 }
 
 // Allocates room for `count` characters and a NUL, which is stored.
@@ -250,7 +198,7 @@ Char* newText(const std::basic_string<Char>& content) {
   return text;
 }
 
-// The same characters in a new text of the other width: how ASCII converts in every code page.
+// The same characters in a new text of the other width: how ASCII converts in every locale encoding.
 template <typename To, typename From>
 To* newTextOfAscii(std::basic_string_view<From> ascii) {
   To* text = allocateText<To>(ascii.size());
@@ -276,8 +224,8 @@ char16_t* lcp_to_utf16(const char* text, int length) {
   if (std::ranges::all_of(view, isAscii)) {
     return newTextOfAscii<char16_t>(view);
   }
-  std::u16string converted;
-  return currentCodePage().append(converted, view) ? newText(converted) : nullptr;
+  const std::optional<std::u16string> text16 = decoded(view);
+  return text16 ? newText(*text16) : nullptr;
 }
 
 char* utf16_to_lcp(const char16_t* text, int length) {
@@ -288,7 +236,7 @@ char* utf16_to_lcp(const char16_t* text, int length) {
   if (std::ranges::all_of(view, isPlain)) {
     return newTextOfAscii<char>(view);
   }
-  return newText(toLocalCodePage(view, currentCodePage()));
+  return newText(encoded(view));
 }
 
 std::size_t nuvoStrlen(const char* text) { return text == nullptr ? 0 : std::strlen(text); }

@@ -2,8 +2,8 @@
 //
 // A stand-in for the tool chain's own libnuvo: just the functions that libqzjexxml calls. The local
 // code page is the codeset of the calling thread's LC_CTYPE locale; in the "C" locale, which is what a
-// program that never calls setlocale has, it is UTF-8. Code pages other than UTF-8 are converted by iconv, which
-// loads a module for each.
+// program that never calls setlocale has, it is UTF-8. Encodings other than UTF-8 are converted by the C library,
+// which loads a module for each.
 //
 // Thread-safe. Functions that allocate throw std::bad_alloc.
 #ifndef NUVO_H
