@@ -4,9 +4,11 @@
 #include <kivbtcrypto.h>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
 
 namespace {
@@ -74,6 +76,20 @@ TEST_F(Decryption, RefusesHeadersBeyondTheFormat) {
   for (const char* cost : {"\0\0\0\0", "\7\0\0\0", "\xFF\xFF\xFF\xFF"}) {  // which no key can be derived at
     expectRefused(sealedFile("<r/>", "secret", header(12, cost)));
   }
+}
+
+TEST_F(Decryption, AllowsMuchMemoryAndThrowsWithoutIt) {
+  const std::string file =
+      sealedFile("<r/>", "secret", sealed::cheapStart().replace(12, 4, "\0\0\4\0", 4), 1, 256 * 1024);
+  EXPECT_TRUE(decrypt(file));
+#if !defined(__SANITIZE_ADDRESS__)
+  rlimit before{};
+  getrlimit(RLIMIT_AS, &before);
+  const rlimit none = {.rlim_cur = 1, .rlim_max = before.rlim_max};
+  setrlimit(RLIMIT_AS, &none);
+  EXPECT_THROW(decrypt(file), std::bad_alloc);
+  setrlimit(RLIMIT_AS, &before);
+#endif
 }
 
 TEST_F(Decryption, ReadsTheCommittedExample) {

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <utility>
 
 namespace {
@@ -60,17 +61,17 @@ unsigned char* bytesOf(KIVByteArray& array) { return reinterpret_cast<unsigned c
 // The key derived from a header and a passphrase; its destructor wipes it.
 class Key {
  public:
-  Key() = default;
+  // libsodium fails only when it is out of memory: the header is checked before.
+  Key(const unsigned char* header, const KIVByteArray& passphrase) {
+    if (crypto_pwhash(bytes.data(), bytes.size(), passphrase.data, passphrase.length, header + saltOffset,
+                      loadNumber(header + passesOffset), std::size_t{loadNumber(header + memoryOffset)} * 1024,
+                      crypto_pwhash_ALG_ARGON2ID13) != 0) {
+      throw std::bad_alloc();
+    }
+  }
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
   ~Key() { sodium_memzero(bytes.data(), bytes.size()); }
-
-  // False when out of memory.
-  bool derive(const unsigned char* header, const KIVByteArray& passphrase) {
-    return crypto_pwhash(bytes.data(), bytes.size(), passphrase.data, passphrase.length, header + saltOffset,
-                         loadNumber(header + passesOffset), std::size_t{loadNumber(header + memoryOffset)} * 1024,
-                         crypto_pwhash_ALG_ARGON2ID13) == 0;
-  }
 
   const unsigned char* data() const { return bytes.data(); }
 
@@ -105,10 +106,7 @@ bool encrypt(KIVByteArray& plaintext, KIVByteArray& file, const KIVByteArray& pa
   storeNumber(header.data() + passesOffset, passes);
   storeNumber(header.data() + memoryOffset, memoryKib);
   randombytes_buf(header.data() + saltOffset, headerSize - saltOffset);  // salt and nonce
-  Key key;
-  if (!key.derive(header.data(), passphrase)) {
-    return false;
-  }
+  const Key key(header.data(), passphrase);
   file = newArray(headerSize + plaintext.length + tagSize);
   std::memcpy(file.data, header.data(), headerSize);
   return crypto_aead_xchacha20poly1305_ietf_encrypt(bytesOf(file) + headerSize, nullptr, bytesOf(plaintext),
@@ -121,10 +119,7 @@ bool decrypt(KIVByteArray& file, KIVByteArray& plaintext, const KIVByteArray& pa
     return false;
   }
   const unsigned char* header = bytesOf(file);
-  Key key;
-  if (!key.derive(header, passphrase)) {
-    return false;
-  }
+  const Key key(header, passphrase);
   // Checks the tag before it writes anything.
   plaintext = newArray(file.length - headerSize - tagSize);
   return crypto_aead_xchacha20poly1305_ietf_decrypt(bytesOf(plaintext), nullptr, nullptr, header + headerSize,

@@ -11,7 +11,7 @@
 // Both read `input` and `passphrase` (raw bytes, without a NUL) and return true after storing the
 // result in `output`, in a block of its own from new[]; what `output` held before is released. On
 // false `output` is empty. An empty passphrase is refused with false, and so is a failure to start
-// libsodium or to allocate the memory of the key derivation; other allocations throw std::bad_alloc.
+// libsodium. Throws std::bad_alloc, also where there is no memory to derive the key.
 
 // Gives a file that holds `input`, which may be empty. Two calls never give the same bytes.
 QZJEXXML_EXPORT bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase);
