@@ -1,6 +1,6 @@
 #include "describing.h"
 
-#include "parser_library.h"
+#include "document/parser_library.h"
 #include "printed_output.h"
 
 #include <clocale>
@@ -12,7 +12,7 @@ ExitStatus describe(const std::string& output, const std::vector<std::string>& i
   if (!asJson) {
     std::setlocale(LC_CTYPE, "");
   }
-  const ParserLibrary started;
+  const jexxml::ParserLibrary started;
   return printTo(output, inputs, command);
 }
 

@@ -116,6 +116,8 @@ bool Description::hasErrors() const {
   return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
 }
 
+std::uint64_t Description::memoryLeft() const { return parser == nullptr ? 0 : parser->memoryLeft(); }
+
 xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->document(); }
 
 }  // namespace tool

@@ -89,6 +89,7 @@ class Description {
   // The document; of use where there are no errors.
   xercesc::DOMNode* document() const;
   std::uint32_t fileSize() const { return bytes.length; }
+  std::uint64_t memoryLeft() const;  // by the document; 0 without one
 
   const ElementKind* root = &manifestVocabulary();  // as the content shows, or else the attribute `type`
   bool showsKind = false;                           // else it may be of either

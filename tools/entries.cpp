@@ -17,7 +17,7 @@ bool isRefused(Description& description) {
   const std::string diagnostics = diagnosticsOf([&] {
     if (description.isManifest()) {
       jexxml::KivMaster master{description.document(), nullptr};
-      jexxml::buildWithinLimit(master, description.fileSize());
+      jexxml::buildWithinLimit(master, description.memoryLeft());
     } else {
       jexxml::NoxMaster master{description.document(), nullptr};
       jexxml::buildNoxMaster(master);

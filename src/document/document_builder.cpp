@@ -11,16 +11,6 @@ using xercesc::XMLString;
 
 void refuseOperation() { throw xercesc::DOMException(xercesc::DOMException::NOT_SUPPORTED_ERR); }
 
-void* DocumentBuilder::Blocks::do_allocate(std::size_t size, std::size_t alignment) {
-  void* block = std::pmr::new_delete_resource()->allocate(size, alignment);
-  bytes += size;
-  return block;
-}
-
-void DocumentBuilder::Blocks::do_deallocate(void* block, std::size_t size, std::size_t alignment) {
-  std::pmr::new_delete_resource()->deallocate(block, size, alignment);
-}
-
 // An element's name is its declaration's, which lives as long as the parser.
 void DocumentBuilder::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                    const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
@@ -31,6 +21,7 @@ void DocumentBuilder::startElement(const xercesc::XMLElementDecl& declaration, u
     links.back() = &element->nextSibling;
     links.push_back(&element->firstChild);
     fCurrentNode = element;
+    ++counted.elements;
   }
   if (isEmpty) {
     endElement(declaration, uriId, isRoot, prefix);
@@ -55,6 +46,7 @@ std::span<AttributeNode> DocumentBuilder::copyAttributes(const Attributes& attri
     }
     new (copies + i) AttributeNode(lastNames[i], copy(given.getValue()));
   }
+  counted.attributes += count;
   return {copies, count};
 }
 
@@ -70,6 +62,7 @@ const XMLCh* DocumentBuilder::copy(const XMLCh* text) {
   const XMLSize_t length = XMLString::stringLen(text);
   auto* characters = std::pmr::polymorphic_allocator<XMLCh>(&arena).allocate(length + 1);
   std::copy_n(text, length + 1, characters);
+  counted.characters += length;
   return characters;
 }
 

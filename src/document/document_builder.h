@@ -33,8 +33,13 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
   // The document, complete when the parse is. Owned; `getDocument` of the base stays null.
   DOMNode* document() { return &documentNode; }
 
-  // Bytes that the nodes and their texts take.
-  std::size_t nodeBytes() const { return blocks.bytes; }
+  // What the document has so far; of characters, those of values.
+  struct Contents {
+    std::size_t elements = 0;
+    std::size_t attributes = 0;
+    std::size_t characters = 0;
+  };
+  const Contents& contents() const { return counted; }
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
@@ -65,22 +70,12 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
   void TextDecl(const XMLCh*, const XMLCh*) override {}
 
  private:
-  // Counts what the nodes take of the C++ library's memory.
-  struct Blocks final : std::pmr::memory_resource {
-    std::size_t bytes = 0;
-
-   private:
-    void* do_allocate(std::size_t size, std::size_t alignment) override;
-    void do_deallocate(void* block, std::size_t size, std::size_t alignment) override;
-    bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
-  };
-
   std::span<AttributeNode> copyAttributes(const Attributes& attributes, XMLSize_t count);
   const XMLCh* intern(const XMLCh* name);
   const XMLCh* copy(const XMLCh* text);
 
-  Blocks blocks;
-  std::pmr::monotonic_buffer_resource arena{&blocks};
+  std::pmr::monotonic_buffer_resource arena;
+  Contents counted;
   DocumentNode documentNode;
   std::size_t openEntities = 0;
   std::vector<ElementNode**> links = {&documentNode.root};  // of the document and each open element: to the next child

@@ -1,19 +1,17 @@
 #include "document/parse_document.h"
 
-#include "document/guard/document_parser.h"
 #include "text/lcp_text.h"
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include <iostream>
-#include <utility>
 
 namespace jexxml {
 
 using xercesc::XercesDOMParser;
 
-std::unique_ptr<XercesDOMParser> gParser;
+std::unique_ptr<DocumentParser> gParser;
 std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
 void configure(XercesDOMParser& parser) {
@@ -27,9 +25,8 @@ void configure(XercesDOMParser& parser) {
 }
 
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size) {
-  auto owned = std::make_unique<DocumentParser>(Budgets(size));
-  DocumentParser& parser = *owned;
-  gParser = std::move(owned);
+  gParser = std::make_unique<DocumentParser>(Budgets(size));
+  DocumentParser& parser = *gParser;
   configure(parser);
   gErrorReporter = std::make_unique<JexXmlErrorReporter>();
   parser.setErrorHandler(gErrorReporter.get());

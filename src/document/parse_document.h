@@ -3,6 +3,7 @@
 #define QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H
 
 #include "document/error_reporter.h"
+#include "document/guard/document_parser.h"
 
 #include <xercesc/dom/DOMNode.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
@@ -15,7 +16,7 @@ namespace jexxml {
 using xercesc::DOMNode;
 
 // The parser, which owns the document, and the reporter of the running load; both null outside a load.
-extern std::unique_ptr<xercesc::XercesDOMParser> gParser;
+extern std::unique_ptr<DocumentParser> gParser;
 extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
 // Gives a parser the library's settings.

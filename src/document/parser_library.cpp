@@ -1,5 +1,7 @@
 #include "document/parser_library.h"
 
+#include "text/lcp_text.h"
+
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PanicHandler.hpp>
@@ -17,10 +19,11 @@ using xercesc::XMLPlatformUtils;
 
 namespace {
 
-bool halfStarted = false;
+bool isHalfStarted = false;
+bool isStopping = false;
 
-// Takes the place of the parser library's own handler, which ends the program, or of an embedder's, while it lives.
-// What a start panics for is want of memory.
+// Takes the place of Xerces-C's own handler, which ends the program, or of an embedder's, while it lives. A start
+// panics only when it is out of memory.
 class NoPanic final : public PanicHandler {
  public:
   NoPanic() : before(XMLPlatformUtils::fgUserPanicHandler) { XMLPlatformUtils::fgUserPanicHandler = this; }
@@ -34,73 +37,63 @@ class NoPanic final : public PanicHandler {
   PanicHandler* before;
 };
 
-// The default memory of a parser library that this library starts first. Its stop runs the destructor of a content
-// model, which allocates a list of ten pointers, and where an exception would end the program: so there is a reserve
-// for that.
+// The default memory of an Xerces-C that this library starts first. Its stop runs destructors that allocate a list of
+// ten pointers each, one after another, where an exception would end the program: so there is a reserve for one.
 class DefaultMemory final : public xercesc::MemoryManager {
  public:
   void* allocate(XMLSize_t size) override {
     try {
       return ::operator new(size);
     } catch (const std::bad_alloc&) {
-      if (!isStopping || reserveTaken || size > reserve.size()) {
-        throw xercesc::OutOfMemoryException();
+      if (isStopping && size <= reserve.size()) {
+        return reserve.data();
       }
+      throw xercesc::OutOfMemoryException();
     }
-    reserveTaken = true;
-    return reserve.data();
   }
 
   void deallocate(void* memory) override {
-    if (memory == reserve.data()) {
-      reserveTaken = false;
-    } else {
+    if (memory != reserve.data()) {
       ::operator delete(memory);
     }
   }
 
   MemoryManager* getExceptionMemoryManager() override { return this; }
 
-  static inline bool isStopping = false;
-
  private:
   alignas(std::max_align_t) std::array<std::byte, 10 * sizeof(void*)> reserve;
-  bool reserveTaken = false;
 };
 
-// Throws std::bad_alloc where there is no mebibyte. By direct calls, which the compiler does not leave out as it may
-// leave out a new expression.
-void checkForRoom() { ::operator delete(::operator new (std::size_t{1} << 20U)); }
+// By direct calls, which the compiler does not leave out as it may leave out a new expression.
+void requireMebibyte() { ::operator delete(::operator new (std::size_t{1} << 20U)); }
 
 }  // namespace
 
-void initializeParserLibrary() {
-  if (halfStarted) {
+ParserLibrary::ParserLibrary() {
+  if (isHalfStarted) {
     throw std::bad_alloc();
   }
-  checkForRoom();
-  halfStarted = true;
+  requireMebibyte();
+  isHalfStarted = true;
   try {
     const NoPanic noPanic;
     if (XMLPlatformUtils::fgMemoryManager == nullptr) {
-      XMLPlatformUtils::fgMemoryManager = new DefaultMemory;  // which the parser library adopts
+      XMLPlatformUtils::fgMemoryManager = new DefaultMemory;  // which Xerces-C adopts
     }
     XMLPlatformUtils::Initialize();
-  } catch (const xercesc::XMLException&) {
-    halfStarted = false;
-    throw;
+  } catch (const xercesc::XMLException& exception) {
+    whyNot = LcpText(exception.getMessage()).view();
   } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
     throw std::bad_alloc();
   }
-  halfStarted = false;
+  isHalfStarted = false;
 }
 
-void terminateParserLibrary() noexcept {
-  if (!halfStarted) {
-    DefaultMemory::isStopping = true;
-    XMLPlatformUtils::Terminate();
-    DefaultMemory::isStopping = false;
-  }
+// Also after a failed start.
+ParserLibrary::~ParserLibrary() {
+  isStopping = true;
+  XMLPlatformUtils::Terminate();
+  isStopping = false;
 }
 
 }  // namespace jexxml

@@ -1,17 +1,28 @@
-// Starting and stopping the parser library, also where there is no memory for it.
+// ParserLibrary: Xerces-C, started.
 #ifndef QZJEXXML_DOCUMENT_PARSER_LIBRARY_H
 #define QZJEXXML_DOCUMENT_PARSER_LIBRARY_H
 
+#include <optional>
+#include <string>
+
 namespace jexxml {
 
-// Counts, as the parser library does: each start has its stop. A start that runs out of memory leaves the parser
-// library half started. Then it can be neither started nor stopped any more, and every later start throws
-// std::bad_alloc; so does one that would not have a mebibyte, and is not begun. Throws xercesc::XMLException when the
-// parser library says why it does not start.
-void initializeParserLibrary();
+// Xerces-C counts its starts, and each has its stop: an object of this class starts it, and stops it at its end. A
+// start that runs out of memory leaves Xerces-C half started. Then it can be neither started nor stopped any more.
+class ParserLibrary {
+ public:
+  // Throws std::bad_alloc where Xerces-C is half started, also by this start, or there is less than a mebibyte for it.
+  ParserLibrary();
+  ParserLibrary(const ParserLibrary&) = delete;
+  ParserLibrary& operator=(const ParserLibrary&) = delete;
+  ~ParserLibrary();
 
-// Does nothing where the parser library is half started.
-void terminateParserLibrary() noexcept;
+  // Why Xerces-C did not start, in the locale encoding; empty when it did.
+  const std::optional<std::string>& failure() const { return whyNot; }
+
+ private:
+  std::optional<std::string> whyNot;
+};
 
 }  // namespace jexxml
 

@@ -1,15 +1,12 @@
 #include "interface/document_load.h"
 
 #include "document/parse_document.h"
-#include "document/parser_library.h"
-#include "text/lcp_text.h"
 
 #include <qzjexxml/qzjexxml.h>
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLException.hpp>
 
 #include <cstddef>
 #include <iostream>
@@ -29,18 +26,6 @@ KIVByteArray gByteArray;
 // The running load's input source over those bytes; null outside a load.
 std::unique_ptr<MemBufInputSource> gInputSource;
 
-// False after a report, when the parser library says why it does not start.
-bool startParserLibrary() {
-  try {
-    initializeParserLibrary();
-  } catch (const xercesc::XMLException& exception) {
-    std::cerr << "Error during Xerces-c Initialization." << '\n'
-              << "  Exception message:" << LcpText(exception.getMessage()) << std::endl;
-    return false;
-  }
-  return true;
-}
-
 // An input source over the file's bytes in gByteArray, or null when it cannot be read.
 std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
   if (!ReadXmlFile(fileName, gByteArray)) {
@@ -57,7 +42,7 @@ std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
 
 }  // namespace
 
-// The delegation completes the object first, so that its destructor runs whatever is thrown here.
+// The delegation completes the object first, so that its destructor runs whatever is thrown after that.
 DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
   try {
     run(fileName);
@@ -67,7 +52,9 @@ DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
 }
 
 void DocumentLoad::run(const char* fileName) {
-  if (!startParserLibrary()) {
+  if (library.failure()) {
+    std::cerr << "Error during Xerces-c Initialization." << '\n'
+              << "  Exception message:" << *library.failure() << std::endl;
     return;
   }
   gInputSource = makeInputSource(fileName);
@@ -75,20 +62,18 @@ void DocumentLoad::run(const char* fileName) {
     std::cerr << "Error building input source" << std::endl;
     return;
   }
-  size = gByteArray.length;
-  parsedDocument = parseDocument(*gInputSource, size);
+  parsedDocument = parseDocument(*gInputSource, gByteArray.length);
   if (parsedDocument == nullptr) {
     std::cerr << "Error buiding DOM" << std::endl;
   }
 }
 
-DocumentLoad::~DocumentLoad() { tearDown(); }
-
-void DocumentLoad::tearDown() {
+DocumentLoad::~DocumentLoad() {
   gParser.reset();
   gInputSource.reset();
   gErrorReporter.reset();
-  terminateParserLibrary();
 }
+
+std::uint64_t DocumentLoad::memoryLeft() { return gParser == nullptr ? 0 : gParser->memoryLeft(); }
 
 }  // namespace jexxml

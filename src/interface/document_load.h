@@ -1,11 +1,13 @@
 // DocumentLoad: the sequence that every load of a description file runs, and its tear-down.
 //
-//   start the parser library -> read the file -> parse it -> [the caller builds its tree and uses it]
-//   -> delete parser and document, input source, error reporter -> stop the parser library
+//   start Xerces-C -> read the file -> parse it -> [the caller builds its tree and uses it]
+//   -> delete parser and document, input source, error reporter -> stop Xerces-C
 //
 // The objects of a running load are library-global, so only one load may run at a time.
 #ifndef QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
 #define QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
+
+#include "document/parser_library.h"
 
 #include <xercesc/dom/DOMNode.hpp>
 
@@ -16,8 +18,8 @@ namespace jexxml {
 using xercesc::DOMNode;
 
 // Its constructor runs the sequence up to the document, its destructor the tear-down, also when an exception leaves
-// the constructor. REQUIRES: whatever refers to the document is destroyed before. Throws std::bad_alloc, also where
-// the parser library has an exception of its own for out of memory.
+// the constructor after Xerces-C's start. REQUIRES: whatever refers to the document is destroyed before. Throws
+// std::bad_alloc, also where Xerces-C has an exception of its own for out of memory.
 class DocumentLoad {
  public:
   explicit DocumentLoad(const char* fileName);
@@ -29,16 +31,15 @@ class DocumentLoad {
   // document.
   DOMNode* document() const { return parsedDocument; }
 
-  // The size of the file in bytes; 0 when it could not be read.
-  std::uint32_t fileSize() const { return size; }
+  // What the document leaves of the memory that a load may take, in bytes, with its tree counted.
+  static std::uint64_t memoryLeft();
 
  private:
   DocumentLoad() = default;
   void run(const char* fileName);
-  static void tearDown();
 
+  ParserLibrary library;
   DOMNode* parsedDocument = nullptr;
-  std::uint32_t size = 0;
 };
 
 }  // namespace jexxml

@@ -1,6 +1,5 @@
 #include "manifest/kiv_data_load.h"
 
-#include "document/guard/limits.h"
 #include "interface/document_load.h"
 #include "manifest/populate_kiv_data.h"
 
@@ -11,12 +10,11 @@
 
 namespace jexxml {
 
-bool buildWithinLimit(KivMaster& master, std::uint64_t fileSize) {
+bool buildWithinLimit(KivMaster& master, std::uint64_t memoryLeft) {
   if (!buildKivMaster(master)) {
     return false;
   }
-  constexpr std::uint64_t bytesForACharacter = 3;  // in UTF-8, at most
-  if (bytesForACharacter * rootPathText(master) > memoryLimit(fileSize).most) {
+  if (rootPathText(master) > memoryLeft) {
     std::cerr << "The file map is far larger than its document" << std::endl;
     return false;
   }
@@ -33,7 +31,7 @@ int InitKIVData(const char* fileName, KIVData** handle) {
   {
     const jexxml::DocumentLoad load(fileName);
     jexxml::KivMaster master{load.document(), nullptr};
-    if (jexxml::buildWithinLimit(master, load.fileSize())) {
+    if (jexxml::buildWithinLimit(master, load.memoryLeft())) {
       jexxml::populateKivData(master, *data);
     }
   }

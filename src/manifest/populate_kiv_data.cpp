@@ -1,7 +1,5 @@
 #include "manifest/populate_kiv_data.h"
 
-#include <xercesc/util/XMLString.hpp>
-
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -112,10 +110,12 @@ void populateSearchPath(KivVpNode& varnixPath, KIVData& data) {
 std::uint64_t rootPathText(const KivMaster& master) {
   std::uint64_t text = 0;
   if (master.root != nullptr) {
-    for (const auto& kiv : master.root->kivNodeList) {
-      for (const auto& filemap : kiv.filemapNodeList) {
-        for (const auto& root : filemap.filemapRootNodeList) {
-          text += std::uint64_t{root.filemapDataNodeList.nodes.size()} * xercesc::XMLString::stringLen(root.path.value);
+    for (auto& kiv : master.root->kivNodeList) {
+      for (auto& filemap : kiv.filemapNodeList) {
+        for (auto& root : filemap.filemapRootNodeList) {
+          if (root.path.value != nullptr) {
+            text += std::uint64_t{root.filemapDataNodeList.nodes.size()} * root.path.getText().size();
+          }
         }
       }
     }

@@ -10,8 +10,8 @@
 
 namespace jexxml {
 
-// Characters of the paths of the file map's roots as they stand in the record: each once for each of its files.
-// Nothing else in the record can be much larger than its document: values by default are held by the work to read them.
+// Bytes of the paths of the file map's roots as they stand in the record: each once for each of its files. Nothing else
+// in the record is larger than what the document was charged for it.
 std::uint64_t rootPathText(const KivMaster& master);
 
 // Adds the tree's root macros, file map and search path to `data`, each "kiv" element's before the

@@ -4,70 +4,67 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace jexxml {
 
 using xercesc::XMLPlatformUtils;
 
 void* CountedMemory::allocate(XMLSize_t size) {
-  if (beforeAllocation) {
-    beforeAllocation(size);
+  constexpr std::size_t longText = 256;
+  constexpr std::size_t longest = 16'384;
+  if (isReader(size)) {
+    beforeReader();
   }
   Block* block = nullptr;
   try {
     block = static_cast<Block*>(XMLPlatformUtils::fgMemoryManager->allocate(sizeof(Block) + size));
+    block->previous = std::exchange(ring.previous, block);
+    block->next = std::exchange(block->previous->next, block);
   } catch (const xercesc::OutOfMemoryException&) {
+    isAbandoned = true;
     block = takeFromReserve(size);
   }
-  *block = {.previous = lastBlock, .next = nullptr, .size = size};
-  if (lastBlock != nullptr) {
-    lastBlock->next = block;
-  }
-  lastBlock = block;
-  bytesInUse += size;
-  mostBytes = std::max(mostBytes, bytesInUse);
-  std::memset(block + 1, 0, std::min(size, sizeof(Block)));  // of what was there before, nothing is taken for an object
+  block->size = size;
+  block->things = readerSize == 0 ? 0 : 1 + std::min(size, longest) / longText;
+  bytes += size;
+  things += block->things;
   return block + 1;
 }
 
 void CountedMemory::deallocate(void* memory) {
-  if (memory == nullptr) {
+  if (memory == nullptr || isAbandoned) {
     return;
   }
   Block* block = static_cast<Block*>(memory) - 1;
-  if (block->previous != nullptr) {
-    block->previous->next = block->next;
-  }
-  (block->next != nullptr ? block->next->previous : lastBlock) = block->previous;
-  bytesInUse -= block->size;
-  if (auto* const slot = std::ranges::find(taken, block); slot != taken.end()) {
-    *slot = nullptr;
-  } else {
-    XMLPlatformUtils::fgMemoryManager->deallocate(block);
-  }
+  block->previous->next = block->next;
+  block->next->previous = block->previous;
+  bytes -= block->size;
+  things -= block->things;
+  XMLPlatformUtils::fgMemoryManager->deallocate(block);
 }
 
 CountedMemory::~CountedMemory() {
-  while (lastBlock != nullptr) {
-    deallocate(lastBlock + 1);
+  for (Block* block = ring.next; block != &ring;) {
+    XMLPlatformUtils::fgMemoryManager->deallocate(std::exchange(block, block->next));
   }
 }
 
 CountedMemory::Block* CountedMemory::takeFromReserve(std::size_t size) {
-  reserveUsed = true;
-  auto* const slot = std::ranges::find(taken, nullptr);
-  if (!mayBeADestructors(size) || sizeof(Block) + size > slotSize || slot == taken.end()) {
+  const std::size_t blocks = 2 + size / sizeof(Block);
+  if (blocks > reserveBlocks - reserveUsed) {
     throw xercesc::OutOfMemoryException();
   }
-  void* block = reserve.get() + static_cast<std::size_t>(slot - taken.begin()) * slotSize;
-  return *slot = static_cast<Block*>(block);
+  return &reserve[std::exchange(reserveUsed, reserveUsed + blocks)];
+}
+
+bool CountedMemory::isReader(std::size_t size) {
+  constexpr std::size_t largeBlock = 65'536;
+  const bool isFirst = readerSize == 0 && size > largeBlock;
+  readerSize = isFirst ? size : readerSize;
+  return size == readerSize && !isFirst;
 }
 
 xercesc::MemoryManager* CountedMemory::getExceptionMemoryManager() { return XMLPlatformUtils::fgMemoryManager; }
-
-std::pair<const void*, std::size_t> CountedMemory::newestBlock() const {
-  return lastBlock == nullptr ? std::pair<const void*, std::size_t>() : std::pair(lastBlock + 1, lastBlock->size);
-}
 
 }  // namespace jexxml

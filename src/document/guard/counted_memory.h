@@ -1,63 +1,61 @@
-// CountedMemory: the parser library's default memory, with a count of what one parser takes of it.
+// CountedMemory: Xerces-C's default memory, with a count of what one parser has of it.
 #ifndef QZJEXXML_DOCUMENT_GUARD_COUNTED_MEMORY_H
 #define QZJEXXML_DOCUMENT_GUARD_COUNTED_MEMORY_H
 
 #include <xercesc/framework/MemoryManager.hpp>
 
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
-#include <utility>
 
 namespace jexxml {
 
-// Destructors of content models allocate: a list of the nodes to delete, from ten pointers on, which grows by a
-// quarter. An exception there would end the program. So when the system has no memory left, blocks that may be such a
-// list come from a reserve.
-//
-// What has not been given back is released at the end: the parser library forgets a little where an
-// exception passes it.
+// Xerces-C is not written for exceptions out of allocations: some of its objects then free a block twice, and some
+// destructors allocate. So when the system has no memory left, small blocks come from a reserve, until the parser sees
+// `isAbandoned` and ends the parse; a block that does not fit throws. From then on nothing is given back until the end,
+// when all blocks are released, also those that Xerces-C forgets where an exception passes.
 class CountedMemory final : public xercesc::MemoryManager {
  public:
-  CountedMemory() = default;
-  CountedMemory(const CountedMemory&) = delete;
-  CountedMemory& operator=(const CountedMemory&) = delete;
   ~CountedMemory() override;
 
-  // Throws what `beforeAllocation` does, and xercesc::OutOfMemoryException.
+  // Throws what `beforeReader` does, and xercesc::OutOfMemoryException.
   void* allocate(XMLSize_t size) override;
   void deallocate(void* memory) override;
-  xercesc::MemoryManager* getExceptionMemoryManager() override;
+  MemoryManager* getExceptionMemoryManager() override;
 
-  // The block allocated last, of those in use, and its size. Null and 0 when there is none.
-  std::pair<const void*, std::size_t> newestBlock() const;
+  // In use now. Things are the blocks since the document's reader, where a block of a long text counts as several: its
+  // beginning may be compared with many texts that begin alike. Objects are smaller than that on 32 bit and on 64 bit.
+  std::uint64_t things = 0;
+  std::uint64_t bytes = 0;
 
-  // Whether a block of that size may be a destructor's.
-  static bool mayBeADestructors(std::size_t size) { return size >= 10 * sizeof(void*) && size % sizeof(void*) == 0; }
+  bool isAbandoned = false;  // the parse cannot go on
 
-  std::size_t bytesInUse = 0;
-  std::size_t mostBytes = 0;                               // that were in use at one time
-  bool reserveUsed = false;                                // the system had no memory left
-  std::function<void(std::size_t size)> beforeAllocation;  // if set, called first
+  // Called before the reader of an entity is allocated: a block as large as the document's own reader, which was the
+  // first large one.
+  std::function<void()> beforeReader;
 
  private:
-  // Stands before each block; all are in a list.
-  struct alignas(std::max_align_t) Block {
+  // Stands before each block. All blocks are in a ring.
+  struct Block {
     Block* previous;
     Block* next;
     std::size_t size;
+    std::size_t things;
   };
+  static_assert(sizeof(Block) % alignof(std::max_align_t) == 0);
 
   Block* takeFromReserve(std::size_t size);
+  bool isReader(std::size_t size);
 
-  // Each holds the longest list of a content model within the limits; there are two where one grows.
-  static constexpr std::size_t slots = 8;
-  static constexpr std::size_t slotSize = sizeof(Block) + 7'000 * sizeof(void*);
+  // 2 MiB, not touched before they are needed: for what Xerces-C allocates up to the next callback, and for the lists
+  // that the destructors of content models make, whose names all stand in the type declaration (typeLimit).
+  static constexpr std::size_t reserveBlocks = (std::size_t{2} << 20U) / sizeof(Block);
 
-  std::unique_ptr<std::byte[]> reserve{new std::byte[slots * slotSize]};  // never touched before it is needed
-  std::array<Block*, slots> taken = {};
-  Block* lastBlock = nullptr;
+  const std::unique_ptr<Block[]> reserve = std::make_unique_for_overwrite<Block[]>(reserveBlocks);
+  std::size_t reserveUsed = 0;
+  Block ring = {&ring, &ring, 0, 0};
+  std::size_t readerSize = 0;
 };
 
 }  // namespace jexxml

@@ -1,22 +1,22 @@
 #include "document/guard/document_parser.h"
 
-#include "document/guard/content_model_cost.h"
-#include "document/guard/steps.h"
+#include "document/guard/watched_source.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/util/KVStringPair.hpp>
-#include <xercesc/util/RefHash2KeysTableOf.hpp>
-#include <xercesc/util/XMLChar.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
+#include <xercesc/validators/common/ContentSpecNode.hpp>
 
 #include <algorithm>
-#include <string>
+#include <map>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace jexxml {
 
@@ -25,235 +25,149 @@ using xercesc::XMLString;
 
 namespace {
 
-constexpr std::size_t entriesToFirstLook = 64;
+constexpr std::uint64_t readingSteps = 32;  // of a character, with the copies that are made of it
 
-constexpr std::uint64_t nodesForAName = 3;  // in the tree of a content model: it, how often, and the one to its left
+bool declaresNamespace(std::u16string_view attributeName) { return attributeName.starts_with(u"xmlns"); }
 
-// Names that stand at round numbers fill a bucket with hundreds, by the parser library's choice of its size.
-constexpr std::size_t fullestBucket = 768;
-
-bool declaresNamespace(std::u16string_view attributeName) {
-  return attributeName == u"xmlns" || attributeName.starts_with(u"xmlns:");
+// Whether values of its type, or its name, are looked up in a table each time that the attribute stands in a tag.
+bool isLookedUp(const xercesc::XMLAttr& attribute) {
+  return attribute.getType() != XMLAttDef::CData || *attribute.getPrefix() != 0 ||
+         declaresNamespace(attribute.getQName());
 }
 
-// A value as it stands in a tag, without the marks of characters that were given by reference. White space is a space.
-std::u16string normalized(const XMLCh* value) {
-  constexpr XMLCh mark = 0xFFFF;
-  std::u16string text;
-  for (; *value != 0; ++value) {
-    if (*value == mark && value[1] != 0) {
-      text += *++value;
-    } else {
-      text += xercesc::XMLChar1_0::isWhitespace(*value) ? u' ' : *value;
+// The nodes of a content model, and the steps to make an automaton of it. A row of its table stands for the places in
+// the model that a name just read may have been at, so a name that stands at k places can make 2^k rows:
+// (a|b)*,a,(a|b),(a|b) does. A row has a cell for each name, and is compared with those in its bucket. Mixed content
+// has no automaton.
+std::pair<std::uint64_t, std::uint64_t> costOfModel(const xercesc::DTDElementDecl& declaration) {
+  constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 30U;
+  constexpr std::uint64_t stepsForACell = 64;
+  std::uint64_t nodes = 0;
+  std::uint64_t names = 0;
+  std::map<std::u16string_view, std::uint64_t> rowsOfName;
+  // A model of many names is as deep as it is long, so that recursion would not do.
+  std::vector<const xercesc::ContentSpecNode*> toVisit = {declaration.getContentSpec()};
+  while (!toVisit.empty()) {
+    const xercesc::ContentSpecNode* node = toVisit.back();
+    toVisit.pop_back();
+    if (node != nullptr) {
+      ++nodes;
+      if (node->getElement() != nullptr) {
+        ++names;
+        std::uint64_t& rows = rowsOfName[node->getElement()->getRawName()];
+        rows = std::min(2 * rows + 1, farTooManyRows);
+      }
+      toVisit.insert(toVisit.end(), {node->getFirst(), node->getSecond()});
     }
   }
-  return text;
+  std::uint64_t rows = 1;
+  for (const auto& [name, rowsOfOne] : rowsOfName) {
+    rows = std::min(rows + rowsOfOne, farTooManyRows);
+  }
+  const bool hasAutomaton = declaration.getModelType() == xercesc::DTDElementDecl::Children;
+  return {nodes, hasAutomaton ? stepsForACell * rows * (4 + names) + rows * rows / 8 + names * names * names / 64 : 0};
 }
-
-// Of neither a namespace nor a prefix.
-bool isPlain(const xercesc::XMLAttr& attribute) { return *attribute.getPrefix() == 0 && *attribute.getName() != u'x'; }
 
 }  // namespace
 
-DocumentParser::DocumentParser(const Budgets& given)
-    : DocumentBuilder(nullptr, &memory, nullptr),
-      budgets(given),
-      secondTable(xercesc::RefHash2KeysTableOf<xercesc::XMLAttr>(1, &memory)) {
-  objectKinds();  // not first in a destructor
-  memory.beforeAllocation = [this](std::size_t size) { checkAllocation(size); };
+DocumentParser::DocumentParser(const Budgets& given) : DocumentBuilder(nullptr, &memory, nullptr), budgets(given) {
+  memory.beforeReader = [this] { openEntity(); };
 }
 
-DocumentParser::~DocumentParser() { memory.beforeAllocation = nullptr; }
+void DocumentParser::parse(const xercesc::InputSource& source) {
+  DocumentBuilder::parse(WatchedSource(source, &memory, [this](XMLSize_t bytes) { read(bytes); }));
+  check();
+}
 
+// For each character: to read it, and to look it up. Of the things, some six belong to a name in a table; beyond 16,384
+// they are not in the processor's cache.
+std::uint64_t DocumentParser::price() const {
+  constexpr std::uint64_t cached = 16'384;
+  return readingSteps + memory.things * (cached + memory.things) / cached / 6 + (mostInScope + longestEnumeration) / 3;
+}
+
+void DocumentParser::read(std::uint64_t count) {
+  if (inType) {
+    hold(charactersRead, typeLimit);
+  }
+  charactersRead += count;
+  work += count * price();
+  check();
+}
+
+// Where the reader of an entity is to be allocated. Which one it is cannot be seen, so that it may be the longest.
+void DocumentParser::openEntity() {
+  constexpr std::uint64_t readerSteps = 8'000;  // it has buffers of 160 KiB, and may end by an exception
+  hold(getScanner()->getReaderMgr()->getReaderDepth(), entityLimit);
+  work += readerSteps;
+  read(longestEntity);
+}
+
+// All definitions of the element's attributes are visited three times for each tag, and namespaces by default looked up
+// also where the tag has its own. An attribute by default is looked up and copied like another.
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                   const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
-  hold(++depth, depthLimit);
-  chargeElement(declaration, prefix, attributes, attributeCount);
+  constexpr std::uint64_t elementSteps = 500;
+  constexpr std::uint64_t attributeSteps = 350;
+  constexpr std::uint64_t definitionSteps = 24;
+  hold(prefixesInScope.size(), depthLimit);
+  std::size_t& prefixes = prefixesInScope.emplace_back(prefixesInScope.back());
+  std::uint64_t steps = elementSteps;
+  for (XMLSize_t i = 0; i < attributeCount; ++i) {
+    const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
+    prefixes += declaresNamespace(attribute.getQName()) ? 1 : 0;
+    if (!attribute.getSpecified()) {
+      const auto characters = XMLString::stringLen(attribute.getQName()) + XMLString::stringLen(attribute.getValue());
+      steps += attributeSteps + characters * (isLookedUp(attribute) ? price() : readingSteps);
+    }
+  }
+  if (declaration.hasAttDefs()) {
+    prefixes += namespacesByDefault;
+    steps += declaration.getAttDefList().getAttDefCount() * (definitionSteps + prefixesInScope.size() + prefixes) +
+             namespacesByDefault * price();
+  }
+  mostInScope = std::max(mostInScope, prefixesInScope.size() + prefixes);
+  charge(steps);
   DocumentBuilder::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
 void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                                 const XMLCh* prefix) {
-  --depth;
-  mappingsInScope.pop_back();
+  prefixesInScope.pop_back();
   DocumentBuilder::endElement(declaration, uriId, isRoot, prefix);
 }
 
-// A few attributes without namespaces are compared with each other only, which their own characters pay for.
-void DocumentParser::chargeElement(const xercesc::XMLElementDecl& declaration, const XMLCh* prefix,
-                                   const Attributes& attributes, XMLSize_t attributeCount) {
-  constexpr XMLSize_t few = 16;
-  const bool isDeclared = declaration.getCreateReason() != xercesc::XMLElementDecl::NoReason &&
-                          declaration.getCreateReason() != xercesc::XMLElementDecl::JustFaultIn;
-  if (!isDeclared && declaration.getId() > undeclaredSeen) {
-    undeclaredSeen = declaration.getId();
-    declare(undeclaredElements, declaration.getFullName());
-  }
-  std::size_t& mappings = mappingsInScope.emplace_back(mappingsInScope.back());
-  bool isSimple = !hasType && attributeCount <= few && *prefix == 0 && mappings == 0;
-  for (XMLSize_t i = 0; i < attributeCount && isSimple; ++i) {
-    isSimple = isPlain(*attributes.elementAt(i));
-  }
-  std::uint64_t steps = elementSteps + depth + bucketSteps * tagTables.bucketsFor(attributeCount) +
-                        comparisonSteps * undeclaredElements.fullestBucket();
-  if (!isSimple) {
-    const std::uint64_t definitions = declaration.hasAttDefs() ? declaration.getAttDefList().getAttDefCount() : 0;
-    const std::uint64_t compared = declaredElements.fullestBucket() + undeclaredElements.fullestBucket() + longestModel;
-    steps += (visitSteps + XMLString::stringLen(declaration.getFullName())) * compared + definitionSteps * definitions +
-             definitions * definitions / 2;
-    for (XMLSize_t i = 0; i < definitions; ++i) {  // also those whose attribute is given
-      const XMLAttDef& definition = declaration.getAttDefList().getAttDef(i);
-      if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
-        ++mappings;
-        steps += costOfNamespace(localPart(definition.getFullName()), definition.getValue());
-      }
-    }
-    steps += costOfPrefix(prefix);
-    XMLSize_t count = 0;
-    std::uint64_t prefixed = *prefix != 0 ? 1 : 0;
-    for (XMLSize_t i = 0; i < attributeCount; ++i) {
-      const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-      steps += costOf(attribute) + costOfPrefix(attribute.getPrefix());
-      prefixed += *attribute.getPrefix() != 0 ? 1 : 0;
-      count += attribute.getSpecified() ? 1 : 0;
-    }
-    if (count > givenAttributes.size() || (count > TagTables::few && !tagTables.hasSecond())) {
-      refuse(u"attributes are not read with this version of the parser library");
-    }
-    const GivenAttributes given(givenAttributes.data(), count);
-    steps += tagTables.costOf(given, definitions, true) + costOfNamespaces(given, mappings) +
-             costOfMappings(1 + prefixed, mappings);
-  }
-  charge(steps);
-  hold(work + costOfMappings(prefixedDefinitions, mappings), budgets.work);  // of a tag within this one
-}
-
-std::uint64_t DocumentParser::costOf(const xercesc::XMLAttr& attribute) const {
-  const std::uint64_t value = XMLString::stringLen(attribute.getValue());
-  std::uint64_t steps = attributeSteps + visitSteps * (comparisonSteps + XMLString::stringLen(attribute.getQName())) +
-                        valueCharacterSteps * value;
-  switch (attribute.getType()) {
-    case XMLAttDef::ID:
-    case XMLAttDef::IDRef:
-    case XMLAttDef::IDRefs:
-      steps += costOfTokens(value, identifierNames);
-      break;
-    case XMLAttDef::Entity:
-    case XMLAttDef::Entities:
-      steps += costOfTokens(value, generalEntities);
-      break;
-    case XMLAttDef::Notation:
-    case XMLAttDef::Enumeration:
-      steps += enumerationSteps(value);
-      break;
-    default:
-      break;
-  }
-  return steps;
-}
-
-std::uint64_t DocumentParser::costOfTokens(std::uint64_t characters, const NameTable& table) {
-  return (2 * visitSteps + characterSteps * table.fullestBucket()) * characters;
-}
-
-// A prefix is looked up in its table, and then among the mappings in scope, twice.
-std::uint64_t DocumentParser::costOfPrefix(const XMLCh* prefix) const {
-  return *prefix == 0 ? 0 : (comparisonSteps + XMLString::stringLen(prefix)) * prefixes.fullestBucket();
-}
-
-std::uint64_t DocumentParser::costOfMappings(std::uint64_t prefixed, std::uint64_t mappings) const {
-  return 2 * prefixed * (depth + mappings);
-}
-
-// Of the attributes that declare namespaces, which are added to the mappings.
-std::uint64_t DocumentParser::costOfNamespaces(GivenAttributes given, std::size_t& mappings) {
-  std::uint64_t steps = 0;
-  for (const xercesc::KVStringPair* attribute : given) {
-    const bool isRead = attribute->getKey() != nullptr && attribute->getValue() != nullptr;
-    if (isRead && declaresNamespace(attribute->getKey())) {
-      ++mappings;
-      steps += costOfNamespace(localPart(attribute->getKey()), normalized(attribute->getValue()));
-    }
-  }
-  return steps;
-}
-
-std::uint64_t DocumentParser::costOfNamespace(std::u16string_view prefix, std::u16string_view name) {
-  declare(prefixes, prefix);
-  declare(namespaces, name);
-  const std::uint64_t compared = std::max(prefixes.fullestBucket(), namespaces.fullestBucket());
-  return (namespaceCharacterSteps + characterSteps * compared) * (prefix.size() + name.size());
-}
-
 void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {
-  const ContentModel model = contentModelOf(declaration);
-  hold(model.names.size(), modelLimit);
-  hold(model.nodes, {nodesForAName * modelLimit.most, modelLimit.message});
-  declare(declaredElements, declaration.getFullName());
-  std::uint64_t steps = declarationSteps + model.cost;
-  for (const std::u16string_view name : model.names) {
-    declare(declaredElements, name);
-    steps += (visitSteps + name.size()) * declaredElements.fullestBucket();
-  }
-  longestModel = std::max(longestModel, model.names.size());
+  const auto [nodes, steps] = costOfModel(declaration);
+  hold(nodes, modelLimit);
   charge(steps);
   DocumentBuilder::elementDecl(declaration, isIgnored);
 }
 
-void DocumentParser::startAttList(const xercesc::DTDElementDecl& declaration) {
-  declare(declaredElements, declaration.getFullName());
-  charge(declarationSteps);
-  DocumentBuilder::startAttList(declaration);
-}
-
-// The values of an enumeration are compared with each other when the declarations end.
 void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition,
                             bool isIgnored) {
-  const std::size_t definitions = element.getAttDefList().getAttDefCount();
   const std::u16string_view enumeration = definition.getEnumeration() != nullptr ? definition.getEnumeration() : u"";
-  const std::uint64_t value = XMLString::stringLen(definition.getValue());
-  mostDefinitions = std::max(mostDefinitions, definitions);
   longestEnumeration = std::max(longestEnumeration, enumeration.size());
-  hold(enumerationSteps(budgets.size) / 2, budgets.work);  // of one tag's values
-  const auto values = static_cast<std::uint64_t>(1 + std::ranges::count(enumeration, u' '));
-  std::uint64_t steps = attributeSteps + (visitSteps + XMLString::stringLen(definition.getFullName())) * definitions +
-                        values * enumeration.size() + valueCharacterSteps * value;
-  if (declaresNamespace(definition.getFullName())) {
-    const std::size_t namespacesByDefault = ++namespacesOfElement[&element];
-    hold(namespacesByDefault, {fullestBucket, budgets.work.message});  // which one tag may add to a bucket
-    steps += characterSteps * namespacesByDefault * value;
-  } else if (localPart(definition.getFullName()) != definition.getFullName()) {
-    ++prefixedDefinitions;
+  hasLists = hasLists || definition.getType() == XMLAttDef::IDRefs || definition.getType() == XMLAttDef::Entities;
+  if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
+    namespacesByDefault += 1 + XMLString::stringLen(definition.getValue());
   }
-  tokensByDefault += definition.getType() == XMLAttDef::CData ? 0 : value;
-  charge(steps);
-  holdTokens();
+  charge(static_cast<std::uint64_t>(std::ranges::count(enumeration, u' ')) * enumeration.size() / 2);
   DocumentBuilder::attDef(element, definition, isIgnored);
 }
 
-// The document's own reader has the size that tells of an entity's: where it was not seen, the parser library is not
-// the one that this was compiled for.
 void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) {
-  if (!readerSeen) {
-    refuse(u"entities are not read with this version of the parser library");
-  }
-  declare(isParameterEntity ? parameterEntities : generalEntities, declaration.getName());
-  charge(declarationSteps);
-  holdTokens();
-  longestEntityName = std::max<std::size_t>(longestEntityName, XMLString::stringLen(declaration.getName()));
+  longestEntity = std::max<std::size_t>(longestEntity, declaration.getValueLen());
+  charge(0);
   DocumentBuilder::entityDecl(declaration, isParameterEntity, isIgnored);
 }
 
-void DocumentParser::notationDecl(const xercesc::XMLNotationDecl& declaration, bool isIgnored) {
-  declare(notations, declaration.getName());
-  charge(declarationSteps);
-  DocumentBuilder::notationDecl(declaration, isIgnored);
-}
-
-// Warnings cost as much, but nobody sees them.
+// Warnings are charged too: Xerces-C formats their text before the handler drops it.
 void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
                            const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) {
-  spend(errorSteps);
+  constexpr std::uint64_t errorSteps = 5'000;
+  work += errorSteps;
+  check();
   if (type != ErrType_Warning) {
     hold(++errors, errorLimit);
     errorText += XMLString::stringLen(text);
@@ -262,36 +176,44 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
   DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
-void DocumentParser::declare(NameTable& table, std::u16string_view name) {
-  table.add(name);
-  hold(table.fullestBucket(), {fullestBucket, budgets.work.message});
-}
-
-// For a callback.
+// For a callback: what was read before it has been looked up.
 void DocumentParser::charge(std::uint64_t steps) {
-  entries = 0;
-  entriesToLook = entriesToFirstLook;
-  entityCharacters = 0;
-  checkMemory(0);
-  spend(steps);
+  work += steps;
+  check();
+  charactersBefore = charactersRead;
+  thingsThen = memory.things;
 }
 
-void DocumentParser::spend(std::uint64_t steps) {
-  work += steps;
-  hold(work, budgets.work);
+// What was read is copied some five times before it is in the document.
+void DocumentParser::check() {
+  constexpr std::uint64_t bytesOfCopies = 10;
+  if (memory.isAbandoned) {
+    throw xercesc::OutOfMemoryException();
+  }
+  const std::uint64_t characters = charactersRead - charactersBefore;
+  const std::uint64_t things = memory.things - std::min(memory.things, thingsThen);
+  hold(std::max(work, characters * std::max(things / 3, hasLists ? characters / 3 : 0)), budgets.work);
+  hold(memoryTaken() + bytesOfCopies * characters, budgets.memory);
+}
+
+// The parser's own, and for the document's nodes as much as they, the trees over them and the record take: of a
+// character, 2 bytes, and at most 12 in the record's source and target.
+std::uint64_t DocumentParser::memoryTaken() const {
+  constexpr std::uint64_t bytesOfElement = 320;
+  constexpr std::uint64_t bytesOfAttribute = 32;
+  constexpr std::uint64_t bytesOfCharacter = 14;
+  return memory.bytes + bytesOfElement * contents().elements + bytesOfAttribute * contents().attributes +
+         bytesOfCharacter * contents().characters;
+}
+
+std::uint64_t DocumentParser::memoryLeft() const {
+  return budgets.memory.most - std::min(budgets.memory.most, memoryTaken());
 }
 
 void DocumentParser::hold(std::uint64_t count, const Limit& limit) {
   if (count > limit.most) {
-    refuse(limit.message);
-  }
-}
-
-// After a refusal nothing is held any more, so that the parser library can clean up.
-void DocumentParser::refuse(const XMLCh* message) {
-  if (!refused) {
-    refused = true;
-    getErrorHandler()->fatalError(xercesc::SAXParseException(message, *getScanner()->getLocator()));
+    memory.isAbandoned = true;
+    getErrorHandler()->fatalError(xercesc::SAXParseException(limit.message, *getScanner()->getLocator()));
     throw DocumentRefused();
   }
 }
