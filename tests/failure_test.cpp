@@ -3,6 +3,7 @@
 #include "support/manifest_load.h"
 
 #include <nuvo.h>
+#include <qzjexxml/manifest.h>
 
 #include <dlfcn.h>
 #include <sys/wait.h>
@@ -219,27 +220,28 @@ TEST_F(FailingLoad, SaysWhatCannotBegin) {
 // own. A program that has started Xerces-C itself can use it afterwards.
 TEST_F(FailingLoad, EndsWellWithoutMemory) {
   using xercesc::XMLPlatformUtils;
-  enum Outcome { loaded, reported, noMemory, leaked, stopped };
+  enum Outcome { loaded, reported, noMemory, lost, leaked, stopped };
   const auto outcomeOf = [](const std::string& file, bool isStarted, std::size_t first, std::size_t last) {
     const pid_t child = fork();
     if (child == 0) {
-      std::cerr.rdbuf(nullptr);  // which would keep the messages
-      KIVData* record = nullptr;
-      Outcome outcome = loaded;
+      std::cerr.rdbuf(nullptr);
+      Outcome outcome = lost;
       const long before = blocksAlive;
       allocations = 0;
       firstBad = first;
       lastBad = last;
       try {
-        InitKIVData(file.c_str(), &record);
-        outcome = allocations < first ? loaded : reported;
-        TermKIVData(&record);
+        qzjexxml::loadManifest(file);
+        outcome = allocations < first ? loaded : reported;  // some allocations of a stop have a reserve
+      } catch (const qzjexxml::LoadError&) {
+        outcome = reported;
       } catch (const std::bad_alloc&) {
         outcome = noMemory;
       }
       firstBad = never;
       const bool isHalfStarted = !isStarted && XMLPlatformUtils::fgMemoryManager != nullptr;
       outcome = blocksAlive > before && !isHalfStarted ? leaked : outcome;
+      outcome = std::cerr.rdbuf() != nullptr ? lost : outcome;
       if (isStarted) {
         std::make_unique<xercesc::XercesDOMParser>();
         XMLPlatformUtils::Terminate();
@@ -277,6 +279,14 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
     }
     XMLPlatformUtils::Terminate();
   }
+}
+
+// The first allocation after the conversion of a diagnostic stores it.
+TEST_F(FailingLoad, ThrowsWhenADiagnosticCannotBeCollected) {
+  const std::string file = folder.write("manifest.xml", "<r></s>");
+  raiseAt("expected end of tag 'r'", [] { allocations = 0, firstBad = lastBad = 1; });
+  EXPECT_THROW(qzjexxml::loadManifest(file), std::bad_alloc);
+  firstBad = never;
 }
 
 // It is neither started nor stopped again, which it would not survive.

@@ -1,0 +1,185 @@
+// The library for C++ programs: a record that frees itself, and failures as exceptions that carry the diagnostics,
+// which the functions of qzjexxml.h only write to std::cerr. All of it is inline, over those functions.
+//
+//   const qzjexxml::Manifest manifest = qzjexxml::loadManifest("manifest.xml");  // throws qzjexxml::LoadError
+//
+// Every function throws std::bad_alloc when it runs out of memory.
+//
+// What this header cannot hide:
+// - Only one load may run at a time in the whole process, on any thread.
+// - To collect the diagnostics, every function replaces the buffer of std::cerr, which is the whole process's, and
+//   restores it before it returns or throws. Meanwhile no other thread may write to std::cerr or call a function of
+//   this header.
+// - After a load that ran out of memory while Xerces-C was starting, every later load throws std::bad_alloc.
+#ifndef QZJEXXML_MANIFEST_H
+#define QZJEXXML_MANIFEST_H
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <new>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qzjexxml {
+
+namespace detail {
+
+// Collects what is written to std::cerr during its lifetime.
+class Diagnostics {
+ public:
+  Diagnostics() : standard(std::cerr.rdbuf(&collected)) {}
+  Diagnostics(const Diagnostics&) = delete;
+  Diagnostics& operator=(const Diagnostics&) = delete;
+  ~Diagnostics() { std::cerr.rdbuf(standard); }
+
+  std::string text() const {
+    if (std::cerr.fail()) {  // a diagnostic could not be stored
+      throw std::bad_alloc();
+    }
+    return collected.str();
+  }
+
+ private:
+  std::stringbuf collected;
+  std::streambuf* standard;
+};
+
+inline std::string withoutTrailingLineFeeds(const std::string& text) {
+  return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
+}  // namespace detail
+
+// A description file that does not load. what() is the diagnostics without trailing line feeds; docs/diagnostics.md
+// lists them. They call the document "JexXml": the file's name is the caller's to add.
+class QZJEXXML_EXPORT LoadError : public std::runtime_error {
+ public:
+  explicit LoadError(const std::string& diagnostics)
+      : std::runtime_error(detail::withoutTrailingLineFeeds(diagnostics)) {
+    constexpr const char* report = "%*[A-Za-z ]\"JexXml\", line %lu, column %lu";  // an Error or a Fatal Error
+    if (std::sscanf(what(), report, &firstLine, &firstColumn) != 2) {
+      firstLine = firstColumn = 0;
+    }
+  }
+
+  // The position of the first error, counted from 1; 0 when the diagnostics name none, as for a missing file.
+  unsigned long line() const noexcept { return firstLine; }
+  unsigned long column() const noexcept { return firstColumn; }
+
+ private:
+  unsigned long firstLine = 0;
+  unsigned long firstColumn = 0;
+};
+
+namespace detail {
+
+// Any diagnostic means that the load failed.
+template <typename Load>
+void runLoad(Load load) {
+  const Diagnostics diagnostics;
+  load();
+  if (const std::string text = diagnostics.text(); !text.empty()) {
+    throw LoadError(text);
+  }
+}
+
+// A function on a file returns whether it succeeded. It fails without a diagnostic when libqzkivbtcrypto refuses.
+template <typename Function>
+void runOnFile(Function function) {
+  const Diagnostics diagnostics;
+  if (!function()) {
+    const std::string text = diagnostics.text();
+    throw std::runtime_error(text.empty() ? "the crypto library refuses the passphrase or the file"
+                                          : withoutTrailingLineFeeds(text));
+  }
+}
+
+// The exported functions do not modify the passphrase, and read it up to a NUL.
+inline char* passphraseText(const std::string& passphrase) {
+  if (passphrase.find('\0') != std::string::npos) {
+    throw std::runtime_error("the passphrase contains a NUL byte");
+  }
+  return const_cast<char*>(passphrase.c_str());
+}
+
+}  // namespace detail
+
+// The record of an archive manifest; kiv_data.h says what its texts are. After a move, the source may only be assigned
+// or destroyed.
+class QZJEXXML_EXPORT Manifest {
+ public:
+  // Takes over a record of InitKIVData. REQUIRES: it is not null.
+  explicit Manifest(KIVData* owned) noexcept : record(owned) {}
+
+  // A temporary gives its members away, so that `for (... : loadManifest(name).fileMap())` does not dangle.
+  const std::map<std::string, FileMapEntry>& fileMap() const& { return record->fileMap; }
+  const std::map<std::string, std::string>& rootMacros() const& { return record->rootMacros; }
+  const std::vector<std::string>& searchPath() const& { return record->varnixPath; }
+  std::map<std::string, FileMapEntry> fileMap() && { return std::move(record->fileMap); }
+  std::map<std::string, std::string> rootMacros() && { return std::move(record->rootMacros); }
+  std::vector<std::string> searchPath() && { return std::move(record->varnixPath); }
+
+ private:
+  struct Term {
+    void operator()(KIVData* owned) const { TermKIVData(&owned); }
+  };
+
+  std::unique_ptr<KIVData, Term> record;
+};
+
+// Loads an archive manifest. Throws LoadError.
+inline Manifest loadManifest(const std::string& fileName) {
+  KIVData* record = nullptr;
+  try {
+    detail::runLoad([&] { InitKIVData(fileName.c_str(), &record); });
+  } catch (...) {
+    TermKIVData(&record);
+    throw;
+  }
+  return Manifest(record);
+}
+
+// Loads a project description to check it. Throws LoadError.
+inline void checkProject(const std::string& fileName) {
+  void* handle = nullptr;
+  detail::runLoad([&] { InitNOXData(fileName.c_str(), &handle); });
+}
+
+// The bytes of any file that is not empty. Throws std::runtime_error, with the diagnostics of ReadXmlFile.
+inline std::string readFile(const std::string& fileName) {
+  KIVByteArray bytes;
+  detail::runOnFile([&] { return ReadXmlFile(fileName.c_str(), bytes); });
+  return {bytes.data, bytes.length};
+}
+
+// Encrypts a file into the file beside it that EncryptFile names. Throws std::runtime_error.
+inline void encryptFile(const std::string& fileName, const std::string& passphrase) {
+  char* text = detail::passphraseText(passphrase);
+  detail::runOnFile([&] { return EncryptFile(fileName.c_str(), text); });
+}
+
+// The plaintext of an encrypted file, which is the caller's to wipe. Throws std::runtime_error.
+inline std::string decryptFile(const std::string& fileName, const std::string& passphrase) {
+  struct Plaintext : KIVByteArray {
+    ~Plaintext() override {
+      if (data != nullptr) {
+        explicit_bzero(data, length);
+      }
+    }
+  } bytes;
+  char* text = detail::passphraseText(passphrase);
+  detail::runOnFile([&] { return DecryptXmlFile(fileName.c_str(), bytes, text); });
+  return {bytes.data, bytes.length};
+}
+
+}  // namespace qzjexxml
+
+#endif  // QZJEXXML_MANIFEST_H
