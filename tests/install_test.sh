@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways.
+# Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways. Compiles the
+# consumer and README's program in each standard that programs use, also with clang where there is one.
 # Arguments: build folder, sources, folder of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
 # that run a program.
 set -euo pipefail
@@ -23,6 +24,15 @@ cmake -G Ninja -S "$source/examples/consumer" -B "$scratch/consumer" -Dqzjexxml_
   ${toolchain:+-DCMAKE_TOOLCHAIN_FILE="$toolchain"} -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$scratch/consumer" >/dev/null
 export PKG_CONFIG_LIBDIR=$prefix/$libraries/pkgconfig
+compilers=("$compiler $flags")
+if [ -z "$toolchain" ] && command -v clang++ >/dev/null; then compilers+=(clang++); fi
+for used in "${compilers[@]}"; do
+  for standard in 17 20 2b; do
+    # shellcheck disable=SC2046,SC2086
+    $used -std=c++$standard -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror \
+      $(pkg-config --cflags qzjexxml) "$source/examples/consumer/consumer.cpp" "$build/tests/README.cpp"
+  done
+done
 # shellcheck disable=SC2046,SC2086
 "$compiler" $flags -std=c++17 "$source/examples/consumer/consumer.cpp" -o "$scratch/by-pkg-config" \
   $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
