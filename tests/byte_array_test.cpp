@@ -71,7 +71,7 @@ TEST_F(Reader, ReadsThePiecesUpToTheEnd) {
   EXPECT_EQ(reader.doRead(piece, 4), 4);
   EXPECT_EQ(reader.read(piece, 4), 4);
   EXPECT_EQ(std::string(piece, 4), "4567");
-  EXPECT_TRUE(reader.hasMore());
+  EXPECT_TRUE(reader.doRead(piece, 0) == 0 && reader.read(piece, -1) == 0 && reader.hasMore());
   EXPECT_EQ(reader.streamStatus(), 0);
   EXPECT_EQ(reader.doRead(piece, 4), 2);
   EXPECT_FALSE(reader.hasMore());

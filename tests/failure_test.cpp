@@ -211,7 +211,9 @@ TEST_F(FailingLoad, SaysWhatCannotBegin) {
   expectLoad(document, "", "Error during Xerces-c Initialization.\n  Exception message:unable to open file 'x'\n");
   onStart = nullptr;
   raiseAt("security", [] { throw std::bad_alloc(); });  // in the making of the name table
-  EXPECT_THROW(load(document), std::bad_alloc);
+  KIVData* record = nullptr;
+  EXPECT_THROW(InitKIVData(folder.path("manifest.xml").c_str(), &record), std::bad_alloc);
+  EXPECT_EQ(record, nullptr);
   EXPECT_EQ(captured.take(), "");
 }
 

@@ -50,10 +50,11 @@ class QZJEXXML_EXPORT KIVFileReader {
   virtual const char* transformName() = 0;
 
   // Reads up to `count` bytes through the transform into `buffer`. Returns how many were delivered,
-  // 0 at the end of the file, or -1 when the stream failed.
+  // 0 at the end of the file, or -1 when the stream is null or failed. A `count` of 0 or less reads
+  // nothing: 0, or -1 as for other counts.
   virtual int doRead(char* buffer, int count) = 0;
 
-  // Resets the error code, then calls doRead.
+  // Resets the error code, then returns what doRead returns.
   virtual int read(char* buffer, int count) {
     error = 0;
     return doRead(buffer, count);

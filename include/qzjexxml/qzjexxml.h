@@ -1,7 +1,9 @@
 // libqzjexxml: reads the XML description files of the packaging tool chain, and reads, encrypts and
 // decrypts whole files. All its functions, by subject; the types they use have headers of their own.
 //
-// Diagnostics are lines on the standard error stream (std::cerr), whose texts stand with each function.
+// C++ programs are better served by manifest.h, which is written over these functions.
+//
+// Diagnostics are lines on the standard error stream (std::cerr); docs/diagnostics.md lists them with their causes.
 //
 // Threads: one load at a time in the whole process; TermKIVData, TermNOXData and the functions on files run beside
 // it and beside each other, as long as no argument and no file is shared. The library starts no threads.
@@ -40,43 +42,11 @@
 // Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load fails:
 // a load that succeeds writes nothing to the standard error stream, one that fails writes why, and that is how
 // a caller learns it. A program that has to know replaces the buffer of std::cerr for the time of the call and
-// looks whether anything was written, as examples/consumer does. That buffer is the whole process's: no other thread
-// may write to std::cerr meanwhile.
+// looks whether anything was written, as docs/exported-functions.md shows. That buffer is the whole process's: no other
+// thread may write to std::cerr meanwhile.
 //
-// After a failure the record is empty; after an exception during the build it holds what was complete before.
-// The library calls every document "JexXml", whatever the file's name. Messages:
-//
-//   those of ReadXmlFile, then
-//   "Error building input source"               the file cannot be read
-//
-//   "Fatal Error at file "JexXml", line L, column C" and
-//   "   Message: ...", then "Error buiding DOM" the document is not well-formed XML, refers to something
-//                                               outside itself (nothing is ever fetched), or costs much more
-//                                               than its size: docs/diagnostics.md has the limits
-//
-//   "Error at file "JexXml", line L, column C"
-//   and "   Message: ...", for each error;
-//   then "Error buiding DOM"                    the document is not valid by its own document type declaration
-//
-//   "An error occurred during parsing", then
-//   "   Message: ..." or a blank, or
-//   "A DOM error occurred during parsing", then
-//   "   DOMException code: N";
-//   then "Error buiding DOM"                    the parser library threw an exception
-//
-//   "Error during Xerces-c Initialization.",
-//   then "  Exception message:..."              the parser library does not start
-//
-//   "Error Allocating Common Strings"           no memory for the build of the tree
-//
-//   "An error occurred Inside buildKivMaster",
-//   then an empty line and "Message: ...", or
-//   nothing; or "A DOM error occurred Inside
-//   buildKivMaster", then
-//   "DOMException code: N"                      an exception ended the build of the tree
-//
-//   "The file map is far larger than its document"
-//                                               a long path of a root stands for very many files
+// After a failure the record is empty; after a reported exception during the build it holds what was complete before.
+// After std::bad_alloc `*handle` is still null. The diagnostics call every document "JexXml", whatever the file's name.
 extern "C" QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
 
 // Destroys the record in `*handle` and sets the handle to null; does nothing for a null record. Returns 1. May
@@ -86,7 +56,7 @@ extern "C" QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
 // ---- Project descriptions
 
 // Loads the project description `fileName`, checks it and reports what is wrong on the standard error stream,
-// with the messages of InitKIVData but the last; a good file writes nothing. Nothing is handed back: `*handle`
+// with the diagnostics of InitKIVData; a good file writes nothing. Nothing is handed back: `*handle`
 // is never written, and when it is not null nothing is done. Returns 0 in every case.
 //
 // REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
