@@ -36,7 +36,13 @@ done
 # shellcheck disable=SC2046,SC2086
 "$compiler" $flags -std=c++17 "$source/examples/consumer/consumer.cpp" -o "$scratch/by-pkg-config" \
   $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
-for consumer in "$scratch/consumer/consumer" "$scratch/by-pkg-config"; do
+# A program of the time before the record's last field was appended.
+cp -r "$source/include" "$scratch/before"
+sed -i '/reservedStrings/d' "$scratch/before/qzjexxml/kiv_data.h"
+# shellcheck disable=SC2046,SC2086
+"$compiler" $flags -std=c++17 -I"$scratch/before" "$source/examples/consumer/consumer.cpp" -o "$scratch/older" \
+  $(pkg-config --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
+for consumer in "$scratch/consumer/consumer" "$scratch/by-pkg-config" "$scratch/older"; do
   run "$consumer" "$source/examples/manifest.xml" | grep -q 'TABULA_VAR = /var/lib/tabula'
   { run "$consumer" nowhere.xml 2>&1 || true; } | grep -q '^nowhere.xml: Could not open file: nowhere.xml'
 done

@@ -1,7 +1,11 @@
 // KIVData: the record of one archive manifest, and the types of its members.
 //
 // The record is built from std::map, std::vector and std::string, so a consumer uses the same compiler
-// and standard library as this library, in the same modes. The order of the fields is part of the interface.
+// and standard library as this library, in the same modes. The places of the fields are a binary contract.
+//
+// Fields may be appended to KIVData: only InitKIVData creates the records that TermKIVData destroys, so no program
+// depends on its size. CStringHolder and FileMapEntry keep their sizes, which every program depends on that copies or
+// changes a file map.
 #ifndef QZJEXXML_KIV_DATA_H
 #define QZJEXXML_KIV_DATA_H
 
@@ -84,13 +88,16 @@ struct KIVData {
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
-static_assert(offsetof(CStringHolder, isDefault) < offsetof(CStringHolder, str) &&
-                  offsetof(CStringHolder, str) < offsetof(CStringHolder, owned) &&
-                  offsetof(FileMapEntry, holder) < offsetof(FileMapEntry, target) &&
-                  offsetof(KIVData, fileMap) < offsetof(KIVData, rootMacros) &&
-                  offsetof(KIVData, rootMacros) < offsetof(KIVData, varnixPath) &&
-                  offsetof(KIVData, varnixPath) < offsetof(KIVData, reservedStrings),
-              "consumers read the fields at their places");
+static_assert(offsetof(CStringHolder, isDefault) == 0 && offsetof(CStringHolder, str) == sizeof(char*) &&
+                  offsetof(CStringHolder, owned) == 2 * sizeof(char*) && sizeof(CStringHolder) == 3 * sizeof(char*),
+              "isDefault, str and owned follow each other, and nothing else");
+static_assert(offsetof(FileMapEntry, holder) == 0 && offsetof(FileMapEntry, target) == sizeof(CStringHolder) &&
+                  sizeof(FileMapEntry) == sizeof(CStringHolder) + sizeof(std::string),
+              "holder and target follow each other, and nothing else");
+static_assert(offsetof(KIVData, fileMap) == 0 && offsetof(KIVData, rootMacros) == sizeof(decltype(KIVData::fileMap)) &&
+                  offsetof(KIVData, varnixPath) == 2 * sizeof(decltype(KIVData::fileMap)),
+              "the maps and the vectors follow each other");
+static_assert(offsetof(KIVData, reservedStrings) - offsetof(KIVData, varnixPath) == sizeof(std::vector<std::string>));
 #pragma GCC diagnostic pop
 
 #endif  // QZJEXXML_KIV_DATA_H
