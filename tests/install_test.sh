@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways. Compiles the
-# consumer and README's program in each standard that programs use, also with clang where there is one.
+# consumer in each standard that programs use, also with clang where there is one.
 # Arguments: build folder, sources, folder of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
 # that run a program.
 set -euo pipefail
@@ -30,7 +30,7 @@ for used in "${compilers[@]}"; do
   for standard in 17 20 2b; do
     # shellcheck disable=SC2046,SC2086
     $used -std=c++$standard -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror \
-      $(pkg-config --cflags qzjexxml) "$source/examples/consumer/consumer.cpp" "$build/tests/README.cpp"
+      $(pkg-config --cflags qzjexxml) "$source/examples/consumer/consumer.cpp"
   done
 done
 # shellcheck disable=SC2046,SC2086
