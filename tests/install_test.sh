@@ -24,6 +24,7 @@ cmake -G Ninja -S "$source/examples/consumer" -B "$scratch/consumer" -Dqzjexxml_
   ${toolchain:+-DCMAKE_TOOLCHAIN_FILE="$toolchain"} -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$scratch/consumer" >/dev/null
 export PKG_CONFIG_LIBDIR=$prefix/$libraries/pkgconfig
+run "$prefix/bin/qzjexxml" --version | grep -q "^qzjexxml $(pkg-config --variable=release qzjexxml)[ ,]"
 compilers=("$compiler $flags")
 if [ -z "$toolchain" ] && command -v clang++ >/dev/null; then compilers+=(clang++); fi
 for used in "${compilers[@]}"; do

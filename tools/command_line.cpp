@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include "printed_output.h"
+#include "release.h"
 #include "terminal_text.h"
 #include "vocabulary.h"
 
@@ -67,8 +68,8 @@ Command& Command::excludes(const char* name, const char* other) {
 CommandLine::CommandLine()
     : app(std::make_unique<CLI::App>("Reads, checks and encrypts the description files of the packaging tool chain.",
                                      "qzjexxml")) {
-  app->set_version_flag("-V,--version",
-                        std::string("qzjexxml ") + libqzjexxml_version + ", version of " + libqzjexxml_build_date);
+  app->set_version_flag("-V,--version", std::string("qzjexxml ") + release + ", interface " + libqzjexxml_version +
+                                            " of " + libqzjexxml_build_date);
   app->require_subcommand(1);
 }
 
