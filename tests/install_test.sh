@@ -13,8 +13,9 @@ trap 'rm -rf "$scratch"' EXIT
 cmake --install "$build" --prefix "$scratch/first" >/dev/null
 prefix=$scratch/moved
 mv "$scratch/first" "$prefix"
-for file in man/man1/qzjexxml.1 man/man3/qzjexxml.3 qzjexxml/manifest.xsd doc/qzjexxml/diagnostics.md \
-  bash-completion/completions/qzjexxml zsh/vendor-completions/_qzjexxml fish/vendor_completions.d/qzjexxml.fish; do
+for file in man/man1/qzjexxml.1 man/man3/qzjexxml.3 qzjexxml/manifest.xsd doc/qzjexxml/NEWS.md \
+  doc/qzjexxml/docs/diagnostics.md doc/qzjexxml/examples/consumer/consumer.cpp \
+  bash-completion/completions/qzjexxml zsh/site-functions/_qzjexxml fish/vendor_completions.d/qzjexxml.fish; do
   [ -f "$prefix/share/$file" ]
 done
 
