@@ -3,7 +3,7 @@
 #include "project/nox_dump.h"
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
-#include "vocabulary.h"
+#include "description/vocabulary.h"
 
 #include <gtest/gtest.h>
 

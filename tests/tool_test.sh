@@ -51,17 +51,17 @@ for command in $(qzjexxml --help | sed '1,/^Subcommands/d; s/^  \([a-z]*\).*/\1/
 done
 
 # The documents have the rules and the messages of the code, and no others.
-diff <(sed -n '/names = {/,/};/p' "$here/../tools/rules.cpp" | grep -oP '"\K[a-z-]+' | sort) \
+diff <(sed -n '/names = {/,/};/p' "$here/../tools/description/rules.cpp" | grep -oP '"\K[a-z-]+' | sort) \
   <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sort) >&2 || fail 'to document the rules'
 for file in qzjexxml.bash _qzjexxml qzjexxml.fish; do
   while read -r rule; do
     grep -q "[( ']${rule}[ )']" "$here/../share/completions/$file" || fail "to complete $rule in $file"
   done < <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sed 1,/loadable/d)
 done
-sed 's/\\"/"/g' "$here"/../tools/*.cpp >code
+sed 's/\\"/"/g' "$here"/../tools/*/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
 perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:]report)\((.*?)\);|const char\* \w+ =([^;(]*);/gs) {
-  my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*.cpp >said
+  my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*/*.cpp >said
 while IFS= read -r text; do grep -qF -- "$text" documented || fail "to document \"$text\""; done <said
 cut -d '|' -f 2 documented | grep -oP '\x60[^\x60]*\x60' | sed -E 's/\x60//g; s/^qzjexxml: //; s/^(FILE|OUT|passphrase|standard output): //; s/("KEY"|"\.\.\."|: \.\.\.|OUT|F: \.\.\.)$//; s/^\.\.\. //' >texts
 while IFS= read -r text; do grep -qF -- "$text" code || fail "to say \"$text\""; done <texts

@@ -1,7 +1,7 @@
 // qzjexxml: the library's functions as commands.
-#include "command_line.h"
-#include "commands.h"
-#include "failure.h"
+#include "commands/command_line.h"
+#include "commands/commands.h"
+#include "io/failure.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,0 +1,195 @@
+// qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
+#include "commands/command_line.h"
+#include "commands/commands.h"
+#include "commands/describing.h"
+#include "commands/each_file.h"
+#include "description/description.h"
+#include "description/entries.h"
+#include "description/json_text.h"
+#include "io/failure.h"
+#include "io/input_file.h"
+#include "io/terminal_text.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+namespace {
+
+struct Options {
+  std::vector<std::string> files;
+  std::string output;
+  bool json = false;
+  std::vector<std::string> ignored;
+  bool errorsOnly = false;
+  std::string color = "auto";
+};
+
+std::string placeOf(const std::string& file, Description& description, const Entry& entry) {
+  return placeOf(file, description.placeOf(entry.element->tag()));
+}
+
+void checkPath(const Entry& entry, Description& description) {
+  const Element& element = *entry.element;
+  if (!entry.value.empty() && !entry.value.starts_with('/')) {
+    description.find(Rule::relativePath, element.attribute(*element.kind->attribute("abspath")),
+                     [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
+  }
+}
+
+// A target without a folder reads "/FILE" in the record, which is no absolute path that somebody wrote.
+void checkTarget(const Entry& entry, Description& description) {
+  if ((entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
+      ("/" + entry.value + "/").find("/../") != std::string::npos) {
+    description.find(Rule::strayTarget, entry.element->tag(),
+                     [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
+  }
+}
+
+// Among the files that count.
+void checkSharedTargets(const std::string& file, const std::vector<Entry>& entries, Description& description) {
+  std::vector<const Entry*> files;
+  for (const Entry& entry : entries) {
+    if (entry.isFile && entry.counts()) {
+      files.push_back(&entry);
+    }
+  }
+  if (!std::ranges::is_sorted(files, {}, &Entry::value)) {
+    std::ranges::stable_sort(files, {}, &Entry::value);
+  }
+  for (std::size_t i = 1; i < files.size(); ++i) {
+    const Entry& other = *files[i - 1];
+    if (files[i]->value == other.value) {
+      description.find(Rule::sharedTarget, files[i]->element->tag(), [&] {
+        return "target " + inQuotes(other.value) + " is that of " + inQuotes(other.key) + " too, at " +
+               placeOf(file, description, other);
+      });
+    }
+  }
+}
+
+// Entries that override each other, and paths that lead elsewhere.
+void checkEntries(const std::string& file, Description& description) {
+  const std::vector<Entry> entries = entriesOf(description);
+  for (const Entry& entry : entries) {
+    if (entry.overrides != nullptr && !entry.key.empty()) {
+      description.find(Rule::overriddenEntry, entry.element->tag(), [&] {
+        return (entry.isFile ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
+               placeOf(file, description, *entry.overrides);
+      });
+    }
+    entry.isFile ? checkTarget(entry, description) : checkPath(entry, description);
+  }
+  checkSharedTargets(file, entries, description);
+}
+
+void checkType(Description& description) {
+  const Element& root = description.elements.front();
+  const std::string type = root["type"];
+  if (type == (description.isManifest() ? "project" : "archive")) {
+    description.find(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
+      return "its type is " + inQuotes(type) + ", but the content is that of " +
+             (description.isManifest() ? "an archive manifest" : "a project description");
+    });
+  }
+}
+
+struct Checked {
+  std::vector<Finding> findings;  // in the order of their places
+  bool isManifest = true;
+};
+
+Checked checked(const std::string& file, const Rules& ignored) {
+  try {
+    const InputFile input(file);
+    Description description(input.path(), ignored);
+    if (!description.hasErrors()) {
+      checkType(description);
+      checkEntries(file, description);
+    }
+    description.finishFindings();
+    return {std::move(description.findings), description.isManifest()};
+  } catch (const Failure& failure) {
+    return {{{{}, Rule::unreadable, failure.what()}}};
+  }
+}
+
+// In colors, or not.
+class FindingPrinter {
+ public:
+  explicit FindingPrinter(bool colored) : isColored(colored) {}
+
+  void print(const std::string& file, const Finding& finding) const {
+    const bool error = isError(finding.rule);
+    std::cout << in("1", shown(placeOf(file, finding.place)) + ':') << ' '
+              << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
+              << nameOf(finding.rule) << "]\n";
+  }
+
+ private:
+  std::string in(const char* color, const std::string& text) const {
+    return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
+  }
+
+  bool isColored;
+};
+
+// On a terminal, unless the user's environment says no.
+bool isColored(const Options& options) {
+  const char* refusal = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  return options.color == "always" ||
+         (options.color == "auto" && (options.output.empty() || options.output == "-") && isatty(STDOUT_FILENO) == 1 &&
+          (refusal == nullptr || *refusal == '\0') && terminal != nullptr && std::string_view(terminal) != "dumb");
+}
+
+// Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or
+// for each file one JSON object on a line. fileFailed when there is a finding that counts.
+ExitStatus checkFiles(const Options& options) {
+  Rules ignored;
+  for (const std::string& name : options.ignored) {
+    ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
+  }
+  const FindingPrinter printer(isColored(options));
+  return forEachFile(options.files, [&](const std::string& file) {
+    const auto [findings, isManifest] = checked(file, ignored);
+    if (options.json) {
+      std::cout << '{' << jsonOfFile(file) << R"(,"kind":)" << json(isManifest ? "manifest" : "project")
+                << ",\"findings\":" << json(findings) << "}\n";
+    } else {
+      for (const Finding& finding : findings) {
+        printer.print(file, finding);
+      }
+    }
+    return std::ranges::all_of(findings,
+                               [&](const Finding& finding) { return options.errorsOnly && !isError(finding.rule); })
+               ? allGood
+               : fileFailed;
+  });
+}
+
+}  // namespace
+
+void addCheck(CommandLine& line) {
+  const auto options = std::make_shared<Options>();
+  line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
+           [options] {
+             return describe(options->output, options->files, options->json, [&] { return checkFiles(*options); });
+           })
+      .files(options->files)
+      .output(options->output)
+      .flag("--json", options->json, "Print one JSON object for each file, on a line")
+      .options("--ignore", options->ignored, "Do not warn by this rule; may be given several times", mistakeInIgnoring)
+      .flag("--errors-only", options->errorsOnly, "Let only errors count for the exit status")
+      .choice("--color", options->color, {"auto", "always", "never"},
+              "Color severities and places; auto is on a terminal");
+}
+
+}  // namespace tool

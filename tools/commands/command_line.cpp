@@ -1,0 +1,134 @@
+#include "commands/command_line.h"
+
+#include "description/vocabulary.h"
+#include "io/printed_output.h"
+#include "io/terminal_text.h"
+#include "release.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+namespace tool {
+
+Command& Command::argument(const char* name, std::string& value, const char* text) {
+  app->add_option(name, value, text)->required();
+  return *this;
+}
+
+Command& Command::files(std::vector<std::string>& names) {
+  app->add_option("FILE", names, "The files")->required();
+  return *this;
+}
+
+Command& Command::flag(const char* name, bool& value, const char* text) {
+  app->add_flag(name, value, text);
+  return *this;
+}
+
+Command& Command::option(const char* name, std::string& value, const char* text) {
+  app->add_option(name, value, text);
+  return *this;
+}
+
+Command& Command::options(const char* name, std::vector<std::string>& values, const char* text,
+                          std::string (*mistakeIn)(std::string_view value)) {
+  app->add_option(name, values, text)->allow_extra_args(false)->check([mistakeIn](const std::string& value) {
+    return mistakeIn(value);
+  });
+  return *this;
+}
+
+Command& Command::choice(const char* name, std::string& value, const std::vector<std::string>& choices,
+                         const char* text) {
+  app->add_option(name, value, text)->check(CLI::IsMember(choices));
+  return *this;
+}
+
+Command& Command::output(std::string& file) {
+  app->add_option("-o,--output", file, "Write to this file, wholly or not at all; - is the standard output")
+      ->check([](const std::string& name) { return std::string(name.empty() ? "is an empty name" : ""); });
+  return *this;
+}
+
+Command& Command::passphraseFile(std::string& file) {
+  return option("--passphrase-file", file,
+                "Take the passphrase from the first line of this file; - is the standard input");
+}
+
+Command& Command::excludes(const char* name, const char* other) {
+  app->get_option(name)->excludes(app->get_option(other));
+  return *this;
+}
+
+CommandLine::CommandLine()
+    : app(std::make_unique<CLI::App>("Reads, checks and encrypts the description files of the packaging tool chain.",
+                                     "qzjexxml")) {
+  app->set_version_flag("-V,--version", std::string("qzjexxml ") + release + ", interface " + libqzjexxml_version +
+                                            " of " + libqzjexxml_build_date);
+  app->require_subcommand(1);
+}
+
+CommandLine::~CommandLine() = default;
+
+Command CommandLine::add(const char* name, const char* text, const std::function<ExitStatus()>& command) {
+  CLI::App* added = app->add_subcommand(name, text);
+  added->callback([this, command] { status = command(); });
+  return Command(*added);
+}
+
+// Of an argument that is not expected.
+std::string CommandLine::mistakeIn(const std::string& argument) const {
+  const bool isOption = argument.starts_with('-');
+  const auto chosen = app->get_subcommands();
+  const CLI::App& command = chosen.empty() ? *app : *chosen.front();
+  std::vector<std::string> names;
+  for (const CLI::Option* option : command.get_options()) {
+    for (const std::string& name : option->get_lnames()) {
+      names.push_back("--" + name);
+    }
+  }
+  if (isOption) {
+    return command.get_name() + " has no option " + inQuotes(argument) + suggestion(argument, names) +
+           " (a file of that name is ./" + argument + ")";
+  }
+  if (!chosen.empty()) {
+    return command.get_name() + " takes no further argument " + inQuotes(argument);
+  }
+  names.clear();
+  std::ranges::transform(app->get_subcommands({}), std::back_inserter(names), &CLI::App::get_name);
+  return "there is no command " + inQuotes(argument) + suggestion(argument, names);
+}
+
+ExitStatus CommandLine::run(std::vector<std::string> arguments) {
+  if (arguments.empty()) {
+    std::cerr << app->help();
+    return wrongUsage;
+  }
+  if (arguments.front() == "help") {
+    arguments.erase(arguments.begin());
+    const auto isNamed = [&](const CLI::App* command) { return command->get_name() == arguments.front(); };
+    if (arguments.empty() || std::ranges::any_of(app->get_subcommands({}), isNamed)) {
+      arguments.emplace_back("--help");
+    }
+  }
+  std::ranges::reverse(arguments);  // as the parser takes them
+  try {
+    app->parse(arguments);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {  // help, or the version
+      app->exit(error);
+      return finishOutput(allGood);
+    }
+    const std::vector<std::string> unexpected = app->remaining(true);
+    std::cerr << "qzjexxml: " << shown(unexpected.empty() ? error.what() : mistakeIn(unexpected.front())) << '\n';
+    return wrongUsage;
+  }
+  return status;
+}
+
+}  // namespace tool

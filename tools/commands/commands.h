@@ -1,0 +1,20 @@
+// The commands: each function adds one, with its options, to the command line.
+#ifndef QZJEXXML_TOOLS_COMMANDS_COMMANDS_H
+#define QZJEXXML_TOOLS_COMMANDS_COMMANDS_H
+
+namespace tool {
+
+class CommandLine;
+
+void addManifest(CommandLine& line);
+void addProject(CommandLine& line);
+void addCheck(CommandLine& line);
+void addDiff(CommandLine& line);
+void addExplain(CommandLine& line);
+void addEncrypt(CommandLine& line);
+void addDecrypt(CommandLine& line);
+void addVerify(CommandLine& line);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_COMMANDS_COMMANDS_H

@@ -1,0 +1,20 @@
+// What the commands have in common that say something of descriptions.
+#ifndef QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H
+#define QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H
+
+#include "io/exit_status.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+// Runs the command with the parser library started, and with what it prints in `output`, which is none of the inputs.
+// Texts come in the locale's code page; for JSON in UTF-8, which the library gives in the "C" locale.
+ExitStatus describe(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                    const std::function<ExitStatus()>& command);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H

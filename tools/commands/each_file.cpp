@@ -1,0 +1,30 @@
+#include "commands/each_file.h"
+
+#include "io/failure.h"
+#include "io/printed_output.h"
+#include "io/progress.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+
+namespace tool {
+ExitStatus forEachFile(const std::vector<std::string>& files,
+                       const std::function<ExitStatus(const std::string&)>& command) {
+  ExitStatus status = allGood;
+  Progress progress(files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    progress.show(i + 1, files[i]);
+    try {
+      status = std::max(status, command(files[i]));
+    } catch (const Failure& failure) {
+      status = std::max(status, report(failure.subject.empty() ? files[i] : failure.subject, failure.what()));
+    } catch (const std::bad_alloc&) {
+      status = std::max(status, report(files[i], "there is not enough memory"));
+    }
+    progress.clear();
+  }
+  return finishOutput(status);
+}
+
+}  // namespace tool

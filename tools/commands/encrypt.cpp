@@ -1,0 +1,133 @@
+// qzjexxml encrypt: encrypts files under a passphrase.
+#include "commands/command_line.h"
+#include "commands/commands.h"
+#include "commands/decryption.h"
+#include "commands/each_file.h"
+#include "filestore/encrypted_file.h"
+#include "filestore/secret_byte_array.h"
+#include "io/failure.h"
+#include "io/file_identity.h"
+#include "io/library_diagnostics.h"
+#include "io/safe_output.h"
+#include "io/terminal_text.h"
+
+#include <kivbtcrypto.h>
+#include <qzjexxml/qzjexxml.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <set>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace tool {
+namespace {
+
+using jexxml::SecretByteArray;
+
+struct Options {
+  std::vector<std::string> files;
+  std::string output;
+  bool force = false;
+  std::string passphraseFile;
+};
+
+// Whether what is written there mixes with what is printed.
+bool isStandardOutput(const SafeOutput& output) {
+  struct stat written;
+  struct stat printed;
+  return fstat(output.descriptor(), &written) == 0 && fstat(STDOUT_FILENO, &printed) == 0 &&
+         written.st_dev == printed.st_dev && written.st_ino == printed.st_ino;
+}
+
+ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
+  constexpr mode_t forAll = 0666;
+  SecretByteArray plaintext;
+  SecretByteArray passphraseBytes(passphrase.text());
+  KIVByteArray ciphertext;
+  bool encrypted = false;
+  const std::string diagnostics = diagnosticsOf([&] {
+    encrypted = ReadXmlFile(file.c_str(), plaintext) && kivbtcPassphraseEncrypt(plaintext, ciphertext, passphraseBytes);
+  });
+  if (!encrypted) {
+    return report(file, "cannot be encrypted", diagnostics);
+  }
+  SafeOutput output(target, forAll, force);
+  output.write({ciphertext.data, ciphertext.length});
+  ciphertext.clear();
+  SecretByteArray again;
+  if (!output.temporaryName().empty() &&
+      (decrypt(output.temporaryName(), passphrase, again) != allGood ||
+       !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
+    return report(target, "is not what was to be written");
+  }
+  output.commit();
+  (isStandardOutput(output) ? std::cerr : std::cout) << shown(file) << " -> " << shown(target) << '\n';
+  return allGood;
+}
+
+std::string outputFor(const std::string& file, const Options& options) {
+  return options.output.empty() ? jexxml::encryptedFileName(file) : options.output;
+}
+
+// Before anything is done: outputs that are one file, are read, or exist.
+ExitStatus checkOutputs(const Options& options) {
+  std::vector<std::string> read = options.files;
+  read.push_back(options.passphraseFile);
+  const std::set<FileIdentity> inputs = identitiesOf(read);
+  std::set<FileIdentity> outputs;
+  bool isFirst = true;
+  return forEachFile(options.files, [&](const std::string& file) {
+    const std::string target = outputFor(file, options);
+    const auto identity = identityOf(target);
+    const bool isTaken = options.output.empty() ? identity && !outputs.insert(*identity).second : !isFirst;
+    isFirst = false;
+    if (isTaken) {
+      throw Failure("another file has the same output, " + target);
+    }
+    if (target == "-") {
+      if (isatty(STDOUT_FILENO) == 1) {
+        throw Failure("is a terminal; redirect it, or name a file", "standard output");
+      }
+      return allGood;
+    }
+    requireApart(target, inputs);
+    std::error_code error;
+    if (!options.force && std::filesystem::is_regular_file(target, error)) {
+      throw Failure("exists; --force replaces it", target);
+    }
+    return allGood;
+  });
+}
+
+// Encrypts each file into the output, or else into the .enc file beside it, decrypts what was written to be sure of it,
+// and prints "FILE -> OUTPUT". Nothing is done when checkOutputs finds something.
+ExitStatus encryptFiles(const Options& options) {
+  const ExitStatus status = checkOutputs(options);
+  if (status != allGood) {
+    return status;
+  }
+  return withPassphrase(options.files, options.passphraseFile, true,
+                        [&](const std::string& file, Passphrase& passphrase) {
+                          return encrypt(file, outputFor(file, options), options.force, passphrase);
+                        });
+}
+
+}  // namespace
+
+void addEncrypt(CommandLine& line) {
+  const auto options = std::make_shared<Options>();
+  line.add("encrypt", "Encrypt files, each into the .enc file beside it", [options] { return encryptFiles(*options); })
+      .files(options->files)
+      .flag("--force", options->force, "Replace what exists")
+      .output(options->output)
+      .passphraseFile(options->passphraseFile);
+}
+
+}  // namespace tool

@@ -1,0 +1,93 @@
+// qzjexxml explain: where an entry of a description comes from.
+#include "commands/command_line.h"
+#include "commands/commands.h"
+#include "commands/describing.h"
+#include "commands/each_file.h"
+#include "description/description.h"
+#include "description/entries.h"
+#include "io/failure.h"
+#include "io/input_file.h"
+#include "io/terminal_text.h"
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tool {
+namespace {
+
+void printComposition(const Element& element, const Element& parent) {
+  const char* separator = "  ";
+  for (const Element* part : {&parent, &element}) {
+    for (const AttributeKind& attribute : part->kind->attributes) {
+      if (const auto value = part->value(attribute)) {
+        std::cout << separator << attribute.name << "=\"" << shown(*value) << '"';
+        separator = " ";
+      }
+    }
+  }
+  std::cout << '\n';
+}
+
+void printOther(const char* relation, const Entry* other, const std::string& file, Description& description) {
+  if (other != nullptr) {
+    std::cout << "  " << relation << ' ' << shown(placeOf(file, description.placeOf(other->element->tag()))) << '\n';
+  }
+}
+
+// Prints where the entries stand that set a file (by its source or target) or a root macro (by its name), how they are
+// composed, and which of them override which.
+ExitStatus explainEntry(const std::string& file, const std::string& key) {
+  return forEachFile({file}, [&](const std::string&) {
+    const InputFile input(file);
+    Description description(input.path());
+    const std::vector<Entry> entries = description.hasErrors() ? std::vector<Entry>() : entriesOf(description);
+    if (description.hasErrors()) {
+      throw Failure("cannot be loaded; \"qzjexxml check\" says why");
+    }
+    bool found = false;
+    for (const Entry& entry : entries) {
+      if (entry.key != key && !(entry.isFile && entry.value == key)) {
+        continue;
+      }
+      std::cout << shown(placeOf(file, description.placeOf(entry.element->tag())) + ": " + entry.key +
+                         (entry.isFile ? " -> " : " = ") + entry.value)
+                << '\n';
+      printComposition(*entry.element, description.elements[entry.element->parent]);
+      printOther("overrides", entry.overrides, file, description);
+      printOther("overridden by", entry.overriddenBy, file, description);
+      found = true;
+    }
+    if (!found) {
+      std::vector<std::string> keys;
+      std::ranges::transform(entries, std::back_inserter(keys), &Entry::key);
+      throw Failure("has no entry " + inQuotes(key) + suggestion(key, keys));
+    }
+    return allGood;
+  });
+}
+
+struct Options {
+  std::string file;
+  std::string key;
+  std::string output;
+};
+
+}  // namespace
+
+void addExplain(CommandLine& line) {
+  const auto options = std::make_shared<Options>();
+  line.add("explain", "Say where a root macro or file of a description is set",
+           [options] {
+             return describe(options->output, {options->file}, false,
+                             [&] { return explainEntry(options->file, options->key); });
+           })
+      .argument("FILE", options->file, "The description")
+      .argument("KEY", options->key, "The root macro's name; the file's source or target")
+      .output(options->output);
+}
+
+}  // namespace tool

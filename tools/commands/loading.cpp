@@ -1,0 +1,79 @@
+#include "commands/loading.h"
+
+#include "commands/each_file.h"
+#include "description/json_text.h"
+#include "io/failure.h"
+#include "io/input_file.h"
+#include "io/terminal_text.h"
+
+#include <iostream>
+#include <utility>
+
+namespace tool {
+namespace {
+
+void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
+  std::erase_if(errors, [](const Finding& finding) { return !isError(finding.rule); });
+  if (errors.empty()) {  // whatever kept it from loading is not the parser's to say
+    errors.push_back({{}, Rule::notLoadable, "cannot be loaded"});
+  }
+  std::cout << '{' << jsonOfFile(file) << ",\"errors\":" << json(errors) << "}\n";
+}
+
+}  // namespace
+
+void LoadOptions::addTo(Command command) {
+  command.files(files)
+      .output(output)
+      .flag("--json", json, "Print one JSON object for each file, on a line")
+      .flag("--tree", tree, "Print the tree of elements")
+      .excludes("--json", "--tree");
+}
+
+ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& command) {
+  return forEachFile(options.files, [&](const std::string& file) {
+    try {
+      const InputFile input(file);
+      const ExitStatus outcome =
+          command(file, input.path(), options.files.size() > 1 ? shown(file) + ":\n" : std::string());
+      if (outcome != allGood && options.json) {
+        printJsonErrors(file, Description(input.path()).findings);
+      }
+      return outcome;
+    } catch (const Failure& failure) {
+      if (options.json) {
+        printJsonErrors(file, {{{}, Rule::unreadable, failure.what()}});
+      }
+      throw;
+    }
+  });
+}
+
+ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {
+  return diagnostics.empty() ? allGood : report(file, "cannot be loaded", diagnostics);
+}
+
+bool isEmpty(const KIVData& record) {
+  return record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty();
+}
+
+ExitStatus loadRecord(const std::string& file, const char* path, Record& record) {
+  return outcomeOf(file, diagnosticsOf([&] {
+                     KIVData* handle = nullptr;
+                     InitKIVData(path, &handle);
+                     record.reset(handle);
+                   }));
+}
+
+void printTree(const std::string& heading, const std::function<void()>& dump) {
+  std::cout << heading << diagnosticsOf(dump).substr(1) << '\n';
+}
+
+void warnOfOtherKind(const std::string& file, const Description& description, bool asManifest) {
+  if (description.showsKind && description.isManifest() != asManifest) {
+    report(file, asManifest ? "warning: this is a project description, which gives no entries"
+                            : "warning: this is an archive manifest, of which nothing is checked");
+  }
+}
+
+}  // namespace tool

@@ -1,0 +1,48 @@
+// qzjexxml project: loads project descriptions, and prints their trees.
+#include "commands/commands.h"
+#include "commands/describing.h"
+#include "commands/loading.h"
+#include "description/json_text.h"
+#include "project/nox_dump.h"
+
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace tool {
+namespace {
+
+ExitStatus printProject(const LoadOptions& options, const std::string& file, const char* path,
+                        const std::string& heading) {
+  const ExitStatus outcome =
+      loadTree<jexxml::NoxMaster>(file, path, jexxml::buildNoxMaster, [&](jexxml::NoxMaster& tree) {
+        if (options.tree) {
+          printTree(heading, [&] { dumpNoxMaster(tree); });
+        }
+      });
+  if (outcome == allGood) {
+    const Description description(path);
+    warnOfOtherKind(file, description, false);
+    if (options.json) {
+      std::cout << '{' << jsonOfFile(file) << ",\"project\":";
+      printJson(description);
+      std::cout << "}\n";
+    }
+  }
+  return outcome;
+}
+
+}  // namespace
+
+void addProject(CommandLine& line) {
+  const auto options = std::make_shared<LoadOptions>();
+  options->addTo(line.add("project", "Check project descriptions", [options] {
+    return describe(options->output, options->files, options->json, [&] {
+      return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
+        return printProject(*options, file, path, heading);
+      });
+    });
+  }));
+}
+
+}  // namespace tool

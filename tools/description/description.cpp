@@ -1,0 +1,123 @@
+#include "description/description.h"
+
+#include "description/description_parser.h"
+#include "io/library_diagnostics.h"
+#include "text/lcp_text.h"
+#include "tree/node_attribute.h"
+
+#include <qzjexxml/qzjexxml.h>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <algorithm>
+#include <new>
+#include <tuple>
+#include <utility>
+
+namespace tool {
+namespace {
+
+using jexxml::NodeAttribute;
+
+NodeAttribute unread(const Element& element, const AttributeKind& kind) {
+  return {const_cast<xercesc::DOMNode*>(element.node), kind.parserName.c_str()};
+}
+
+std::string textOf(const NodeAttribute& attribute) {
+  std::string text;
+  attribute.readText(text);
+  return text;
+}
+
+}  // namespace
+
+std::string placeOf(const std::string& file, const Place& place) {
+  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+std::optional<std::string> Element::value(const AttributeKind& attribute) const {
+  NodeAttribute read = unread(*this, attribute);
+  read.fetch();
+  return read.missing ? std::nullopt : std::optional(textOf(read));
+}
+
+std::array<std::string, 4> Element::values(const std::array<std::string_view, 4>& names) const {
+  const auto at = [&](std::size_t i) { return unread(*this, *kind->attribute(names.at(i))); };
+  std::array<NodeAttribute, 4> read = {at(0), at(1), at(2), at(3)};
+  auto& [first, second, third, fourth] = read;
+  NodeAttribute::fetch({&first, &second, &third, &fourth});
+  return {textOf(first), textOf(second), textOf(third), textOf(fourth)};
+}
+
+std::string Element::operator[](std::string_view attribute) const {
+  return value(*kind->attribute(attribute)).value_or("");
+}
+
+Description::Description(const char* path, const Rules& ignored) : ignoredRules(ignored) {
+  bool wasRead = false;
+  const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(path, bytes); });
+  if (wasRead) {
+    parse();
+  } else {
+    find(Rule::unreadable, Place{}, diagnostics.substr(0, diagnostics.find('\n')));
+  }
+}
+
+Description::~Description() = default;
+
+void Description::parse() {
+  parser = std::make_unique<DescriptionParser>(*this);
+  try {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data), bytes.length, "");
+    source.setCopyBufToStream(false);
+    parser->parse(source);
+  } catch (const jexxml::DocumentRefused&) {  // which was reported
+  } catch (const xercesc::XMLException& exception) {
+    find(Rule::notLoadable, Place{}, std::string(jexxml::LcpText(exception.getMessage()).view()));
+  } catch (const xercesc::DOMException& exception) {
+    find(Rule::notLoadable, Place{}, "DOMException code: " + std::to_string(exception.code));
+  } catch (const xercesc::OutOfMemoryException&) {
+    throw std::bad_alloc();
+  }
+}
+
+// Silenced first, so that what a comment silences counts as used whatever else is ignored.
+bool Description::isWanted(Rule rule, const Spot& spot) {
+  constexpr std::size_t most = 1'000;
+  if (isError(rule)) {
+    return true;
+  }
+  if (suppressions.silence(spot.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {
+    return false;
+  }
+  ++warnings;
+  if (warnings == most + 1) {
+    findings.push_back({placeOf(spot), Rule::moreWarnings, "there are more warnings, which are not shown"});
+  }
+  return warnings <= most;
+}
+
+void Description::finishFindings() {
+  if (!hasErrors()) {
+    suppressions.forEachUseless([&](const ParserPlace& place, const std::string& why) {
+      find(Rule::uselessIgnore, Spot{.token = Token::comment, .place = place, .attribute = {}, .suppressions = {}},
+           [&] { return "the comment silences nothing: " + why; });
+    });
+  }
+  std::ranges::stable_sort(findings, {},
+                           [](const Finding& finding) { return std::tuple(finding.place.line, finding.place.column); });
+}
+
+bool Description::hasErrors() const {
+  return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
+}
+
+std::uint64_t Description::memoryLeft() const { return parser == nullptr ? 0 : parser->memoryLeft(); }
+
+xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->document(); }
+
+}  // namespace tool

@@ -1,0 +1,115 @@
+// A description as a load takes it: its elements, and what there is to say of them, with their places.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
+#define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
+
+#include "description/rules.h"
+#include "description/suppressions.h"
+#include "description/token_places.h"
+#include "description/vocabulary.h"
+
+#include <qzjexxml/kiv_byte_array.h>
+
+#include <xercesc/dom/DOMNode.hpp>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+// "FILE:LINE:COLUMN", or "FILE" when there is no place.
+std::string placeOf(const std::string& file, const Place& place);
+
+struct Finding {
+  Place place;
+  Rule rule;
+  std::string text;
+};
+
+// What a finding is about.
+struct Spot {
+  Token token = Token::here;
+  ParserPlace place;
+  std::u16string_view attribute;
+  SuppressionRange suppressions;  // before its element
+};
+
+// An element that a load takes.
+struct Element {
+  // In the local code page; none for an absent attribute.
+  std::optional<std::string> value(const AttributeKind& attribute) const;
+
+  // Empty for absent attributes. REQUIRES: its kind has those of the names.
+  std::array<std::string, 4> values(const std::array<std::string_view, 4>& names) const;
+  std::string operator[](std::string_view attribute) const;
+
+  Spot tag() const { return {Token::tag, end, {}, suppressions}; }
+  Spot attribute(const AttributeKind& name) const { return {Token::attribute, end, name.parserName, suppressions}; }
+
+  const ElementKind* kind;
+  std::size_t parent;  // its place among the elements; the root element's is its own
+  ParserPlace end;     // of the tag
+  SuppressionRange suppressions;
+  const xercesc::DOMNode* node;
+};
+
+class DescriptionParser;
+
+class Description {
+ public:
+  // Reads the file as a load does, up to a fatal error. What cannot be read is a finding. Warnings of the ignored rules
+  // are none. Throws std::bad_alloc. REQUIRES: the parser library is started, while this object lives.
+  explicit Description(const char* path, const Rules& ignored = {});
+  Description(const Description&) = delete;
+  Description& operator=(const Description&) = delete;
+  ~Description();
+
+  // Adds a finding, unless it is silenced; of warnings, a thousand. `textOf` gives its text.
+  void find(Rule rule, const Spot& spot, const auto& textOf) {
+    if (isWanted(rule, spot)) {
+      findings.push_back({places.of(spot.token, spot.place, spot.attribute), rule, textOf()});
+    }
+  }
+
+  // Adds an error.
+  void find(Rule rule, const Place& place, const std::string& text) { findings.push_back({place, rule, text}); }
+
+  // Adds the comments that silence nothing, and sorts the findings by their places.
+  void finishFindings();
+
+  Place placeOf(const Spot& spot) { return places.of(spot.token, spot.place, spot.attribute); }
+  bool isManifest() const { return root == &manifestVocabulary(); }
+  bool hasErrors() const;
+
+  // The document; of use where there are no errors.
+  xercesc::DOMNode* document() const;
+  std::uint32_t fileSize() const { return bytes.length; }
+  std::uint64_t memoryLeft() const;  // by the document; 0 without one
+
+  const ElementKind* root = &manifestVocabulary();  // as the content shows, or else the attribute `type`
+  bool showsKind = false;                           // else it may be of either
+  std::vector<Element> elements;                    // in document order, the root element first
+  std::vector<Finding> findings;
+
+ private:
+  friend DescriptionParser;
+
+  void parse();
+  bool isWanted(Rule rule, const Spot& spot);
+
+  KIVByteArray bytes;
+  Rules ignoredRules;
+  TokenPlaces places{bytes};
+  Suppressions suppressions;
+  std::size_t warnings = 0;
+  std::unique_ptr<DescriptionParser> parser;
+};
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H

@@ -1,0 +1,250 @@
+#include "description/description_parser.h"
+
+#include "description/unknown_names.h"
+#include "document/parse_document.h"
+
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/framework/XMLEntityDecl.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/util/XMLChar.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+namespace tool {
+namespace {
+
+using xercesc::XMLErrs;
+using xercesc::XMLString;
+
+constexpr std::size_t ignored = static_cast<std::size_t>(-1);
+
+// Names that a description may have for other readers.
+bool isForOthers(std::u16string_view attribute) {
+  return attribute == u"xmlns" || attribute.starts_with(u"xmlns:") || attribute.starts_with(u"xml:") ||
+         attribute.starts_with(u"xsi:");
+}
+
+}  // namespace
+
+DescriptionParser::DescriptionParser(Description& described)
+    : DocumentParser(jexxml::Budgets(described.fileSize())), description(described) {
+  jexxml::configure(*this);
+  setErrorHandler(&reports);
+}
+
+void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
+                                const XMLCh* const actualEncoding) {
+  description.places.setDeclaration(encoding, XMLString::equals(version, u"1.1"));
+  DocumentParser::XMLDecl(version, encoding, standalone, actualEncoding);
+}
+
+// The base ends an empty element, and makes the node.
+void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId,
+                                     const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                     XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
+  const bool hasPrefix = prefix != nullptr && *prefix != 0;
+  const Spot tag = entities.empty() ? spot(Token::tag, place(), description.suppressions.takePending())
+                                    : spot(Token::reference, place(), referenceSuppressions);
+  const std::size_t element = take(
+      tag, hasPrefix ? std::u16string(prefix) + u':' + declaration.getBaseName() : declaration.getBaseName(), isRoot);
+  openElements.push_back({.element = element, .tag = tag});
+  if (element != ignored) {
+    takeAttributes(attributes, attributeCount);
+  }
+  DocumentParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+  if (element != ignored) {
+    description.elements[element].node = fCurrentNode;
+  }
+  lastEnd = tag.place;
+}
+
+void DescriptionParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
+                                   const XMLCh* prefix) {
+  openElements.pop_back();
+  description.suppressions.takePending();
+  lastEnd = place();
+  DocumentParser::endElement(declaration, uriId, isRoot, prefix);
+}
+
+void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
+  DocumentParser::docCharacters(text, length, isCdata);
+  if (!openElements.empty() && !xercesc::XMLChar1_0::isAllSpaces(text, length)) {
+    description.suppressions.takePending();
+    OpenElement& parent = openElements.back();
+    if (parent.element != ignored && !parent.hasText) {
+      parent.hasText = true;
+      description.find(Rule::ignoredText, spot(Token::text, lastEnd, parent.tag.suppressions),
+                       [] { return "text is ignored"; });
+    }
+  }
+  lastEnd = place();
+}
+
+void DescriptionParser::ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) {
+  DocumentParser::ignorableWhitespace(text, length, isCdata);
+  lastEnd = place();
+}
+
+void DescriptionParser::docComment(const XMLCh* text) {
+  lastEnd = place();
+  if (entities.empty()) {
+    description.suppressions.add(text, lastEnd);
+  }
+  DocumentParser::docComment(text);
+}
+
+void DescriptionParser::docPI(const XMLCh* target, const XMLCh* data) {
+  lastEnd = place();
+  DocumentParser::docPI(target, data);
+}
+
+void DescriptionParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
+  if (entities.empty()) {
+    referenceSuppressions = description.suppressions.takePending();
+  }
+  entities.emplace_back(entity.getName());
+  DocumentParser::startEntityReference(entity);
+}
+
+void DescriptionParser::endEntityReference(const xercesc::XMLEntityDecl& entity) {
+  entities.pop_back();
+  lastEnd = place();
+  DocumentParser::endEntityReference(entity);
+}
+
+void DescriptionParser::error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text,
+                              const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) {
+  errorCode = code;
+  errorDomain = domain;
+  errorText = text;
+  DocumentParser::error(code, domain, type, text, systemId, publicId, line, column);
+  errorText = nullptr;
+}
+
+bool DescriptionParser::isReporting(unsigned int code) const {
+  return errorCode == code && XMLString::equals(errorDomain, xercesc::XMLUni::fgXMLErrDomain);
+}
+
+// What has another text than the parser library's is of a limit.
+void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
+  constexpr std::size_t longest = 1'000;
+  Spot at = spot(
+      Token::here,
+      {static_cast<std::uint32_t>(exception.getLineNumber()), static_cast<std::uint32_t>(exception.getColumnNumber())},
+      {});
+  std::string message = textOf(std::u16string_view(exception.getMessage()).substr(0, longest));
+  if (errorText == nullptr || !XMLString::equals(exception.getMessage(), errorText)) {
+    rule = Rule::overLimit;
+  } else if (findBadByte(message)) {
+    return;
+  } else if (isReporting(XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
+    at = openElements.back().tag;
+  } else if (isReporting(XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
+    at.token = entities.empty() ? Token::insideTag : Token::reference;
+    const Place start = description.placeOf(openElements.back().tag);
+    message += "; it starts at " + std::to_string(start.line) + ':' + std::to_string(start.column);
+  }
+  description.find(rule, description.placeOf(at), message);
+}
+
+// The parser's place for a byte that is not UTF-8 is where it began to read a stretch of the file.
+bool DescriptionParser::findBadByte(const std::string& message) {
+  const Place byte = message.starts_with("invalid byte") ? description.places.ofBadByte() : Place{};
+  if (byte.line != 0) {
+    description.find(Rule::badByte, byte,
+                     "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration");
+  }
+  return byte.line != 0;
+}
+
+ParserPlace DescriptionParser::place() const {
+  const xercesc::Locator& locator = *getScanner()->getLocator();
+  return {static_cast<std::uint32_t>(locator.getLineNumber()), static_cast<std::uint32_t>(locator.getColumnNumber())};
+}
+
+// What an entity holds stands where the entity is referred to.
+Spot DescriptionParser::spot(Token token, const ParserPlace& at, const SuppressionRange& suppressions) const {
+  return entities.empty() ? Spot{token, at, {}, suppressions}
+                          : Spot{Token::reference, place(), {}, referenceSuppressions};
+}
+
+// The element's place in the description, or `ignored`: then with a warning, unless it is part of one that is ignored.
+std::size_t DescriptionParser::take(const Spot& tag, std::u16string_view name, bool isRoot) {
+  const std::size_t parent = isRoot ? 0 : openElements.back().element;
+  if (parent == ignored) {
+    return ignored;
+  }
+  if (!entities.empty()) {
+    description.find(Rule::entityElement, tag, [&] { return elementOfEntity(name, entities.front()); });
+    return ignored;
+  }
+  const ElementKind* kind = isRoot ? description.root : kindIn(parent, name);
+  if (kind == nullptr) {
+    description.find(Rule::unknownElement, tag,
+                     [&] { return unknownElement(name, *description.elements[parent].kind, *description.root); });
+    return ignored;
+  }
+  description.elements.push_back(
+      {.kind = kind, .parent = parent, .end = tag.place, .suppressions = tag.suppressions, .node = nullptr});
+  return description.elements.size() - 1;
+}
+
+// The first child of the root element that either vocabulary has shows which one it is.
+const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_view name) {
+  Element& element = description.elements[parent];
+  const ElementKind* kind = element.kind->child(name);
+  if (parent == 0 && kind == nullptr && description.elements.size() == 1) {
+    kind = otherVocabulary(*description.root).child(name);
+    if (kind != nullptr) {
+      element.kind = description.root = &otherVocabulary(*description.root);
+    }
+  }
+  description.showsKind |= kind != nullptr;
+  return kind;
+}
+
+void DescriptionParser::takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
+  const Element& element = description.elements.back();
+  const ElementKind& kind = *element.kind;
+  values.assign(kind.attributes.size(), nullptr);
+  for (XMLSize_t i = 0; i < count; ++i) {
+    const std::u16string_view name = attributes.elementAt(i)->getQName();
+    const AttributeKind* known = kind.attribute(name);
+    if (known != nullptr) {
+      values[static_cast<std::size_t>(known - kind.attributes.data())] = attributes.elementAt(i)->getValue();
+      if (description.elements.size() == 1 && name == u"type") {
+        takeType(attributes.elementAt(i)->getValue());
+      }
+    } else if (!isForOthers(name)) {
+      description.find(Rule::unknownAttribute, Spot{Token::attribute, element.end, name, element.suppressions},
+                       [&] { return unknownAttribute(name, kind, description.elements.size() == 1); });
+    }
+  }
+  requireAttributes();
+}
+
+void DescriptionParser::takeType(std::u16string_view value) {
+  if (value == u"archive" || value == u"project") {
+    description.showsKind = true;
+    description.elements.front().kind = description.root =
+        value == u"project" ? &projectVocabulary() : &manifestVocabulary();
+  }
+}
+
+void DescriptionParser::requireAttributes() {
+  const Element& element = description.elements.back();
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const AttributeKind& attribute = element.kind->attributes[i];
+    if (attribute.required && (values[i] == nullptr || *values[i] == 0)) {
+      const bool isMissing = values[i] == nullptr;
+      description.find(isMissing ? Rule::missingAttribute : Rule::emptyAttribute,
+                       isMissing ? element.tag() : element.attribute(attribute), [&] {
+                         return "attribute " + inQuotes(attribute.name) + " of " + inQuotes(element.kind->name) +
+                                (isMissing ? " is missing" : " is empty");
+                       });
+    }
+  }
+}
+
+}  // namespace tool

@@ -1,0 +1,89 @@
+// DescriptionParser: the library's parser, which says as well what a load would silently ignore.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H
+#define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H
+
+#include "description/description.h"
+#include "document/guard/document_parser.h"
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/XercesDefs.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+// Serves one parse, of the description's bytes. Keeps the document that its elements refer to.
+class DescriptionParser final : public jexxml::DocumentParser {
+ public:
+  explicit DescriptionParser(Description& described);
+
+  void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+               const XMLCh* actualEncoding) override;
+  void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
+                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
+                    bool isRoot) override;
+  void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
+                  const XMLCh* prefix) override;
+  void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+  void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+  void docComment(const XMLCh* text) override;
+  void docPI(const XMLCh* target, const XMLCh* data) override;
+  void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
+  void endEntityReference(const xercesc::XMLEntityDecl& entity) override;
+  void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
+             const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
+
+ private:
+  struct OpenElement {
+    std::size_t element;  // its place in the description, or `ignored`
+    Spot tag;
+    bool hasText = false;
+  };
+
+  // Of the parser library, and of the limits of the base.
+  class Reports final : public xercesc::ErrorHandler {
+   public:
+    explicit Reports(DescriptionParser& reporter) : parser(reporter) {}
+
+    void warning(const xercesc::SAXParseException& /*exception*/) override {}
+    void error(const xercesc::SAXParseException& exception) override { parser.report(Rule::notValid, exception); }
+    void fatalError(const xercesc::SAXParseException& exception) override {
+      parser.report(Rule::notWellFormed, exception);
+    }
+    void resetErrors() override {}
+
+   private:
+    DescriptionParser& parser;
+  };
+
+  void report(Rule rule, const xercesc::SAXParseException& exception);
+  bool isReporting(unsigned int code) const;
+  bool findBadByte(const std::string& message);
+  ParserPlace place() const;
+  Spot spot(Token token, const ParserPlace& at, const SuppressionRange& suppressions) const;
+  std::size_t take(const Spot& tag, std::u16string_view name, bool isRoot);
+  const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
+  void takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
+  void takeType(std::u16string_view value);
+  void requireAttributes();
+
+  Description& description;
+  Reports reports{*this};
+  std::vector<OpenElement> openElements;
+  std::vector<std::u16string> entities;    // that are open
+  SuppressionRange referenceSuppressions;  // before the first of them
+  ParserPlace lastEnd;                     // of the markup or text before
+  std::vector<const XMLCh*> values;        // of the element's attributes, in the order of its kind
+  unsigned int errorCode = 0;              // of the parser library's report that is under way, with its domain and text
+  const XMLCh* errorDomain = nullptr;
+  const XMLCh* errorText = nullptr;
+};
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H

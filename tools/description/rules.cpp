@@ -1,0 +1,39 @@
+#include "description/rules.h"
+
+#include "description/vocabulary.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace tool {
+namespace {
+
+constexpr std::array<const char*, static_cast<std::size_t>(Rule::count)> names = {
+    "unreadable",      "bad-byte",        "not-well-formed",  "not-valid",         "over-limit",
+    "not-loadable",    "unknown-element", "entity-element",   "unknown-attribute", "missing-attribute",
+    "empty-attribute", "ignored-text",    "overridden-entry", "shared-target",     "stray-target",
+    "relative-path",   "wrong-type",      "useless-ignore",   "more-warnings",
+};
+
+}  // namespace
+
+const char* nameOf(Rule rule) { return names.at(static_cast<std::size_t>(rule)); }
+
+bool isError(Rule rule) { return rule <= Rule::notLoadable; }
+
+std::optional<Rule> ruleNamed(std::string_view name) {
+  const auto* place = std::ranges::find(names, name, [](const char* other) { return std::string_view(other); });
+  return place == names.end() ? std::nullopt : std::optional(static_cast<Rule>(place - names.begin()));
+}
+
+std::string mistakeInIgnoring(std::string_view name) {
+  const std::optional<Rule> rule = ruleNamed(name);
+  if (!rule) {
+    return "there is no rule " + inQuotes(name) +
+           suggestion(name, std::vector<std::string>(names.begin(), names.end()));
+  }
+  return isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : "";
+}
+
+}  // namespace tool

@@ -1,0 +1,90 @@
+// TokenPlaces: from the places that the parser has when it is behind a token to the place of the token.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H
+#define QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H
+
+#include <qzjexxml/kiv_byte_array.h>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+// As the parser counts: lines from 1, and columns from 1 in 16-bit units. Zeros when there is none.
+struct ParserPlace {
+  std::uint32_t line = 0;
+  std::uint32_t column = 0;
+};
+
+// As people count: columns in characters.
+struct Place {
+  std::uint64_t line = 0;
+  std::uint64_t column = 0;
+};
+
+enum class Token : std::uint8_t {
+  here,       // the parser is not behind the token, unless that ends with '>'
+  tag,        // from its '<'
+  insideTag,  // the tag that the parser is in
+  attribute,  // of the tag, from its name
+  text,       // the parser is before it
+  reference,  // to an entity
+  comment,
+};
+
+class TokenPlaces {
+ public:
+  // The file outlives this object.
+  explicit TokenPlaces(const KIVByteArray& bytes) : file(bytes) {}
+
+  // What the XML declaration says; nothing is asked before. `encoding` may be null.
+  void setDeclaration(const XMLCh* encoding, bool isVersion11);
+
+  // The place of the token that the parser is at. Where it is not found, the parser's place. `name` is the attribute's.
+  Place of(Token token, const ParserPlace& place, std::u16string_view name = {});
+
+  // The place of a byte that is not UTF-8, in a file that is; zeros when there is none.
+  Place ofBadByte() const;
+
+ private:
+  // Of the text at the start of a block.
+  struct Block {
+    std::uint32_t line;
+    std::size_t lineStart;
+    std::size_t pairs;  // surrogate pairs before
+  };
+
+  struct Attribute {
+    std::u16string_view name;
+    std::size_t start;
+  };
+
+  void decode();
+  void index();
+  bool endsLine(std::size_t offset) const;
+  std::size_t offsetOf(const ParserPlace& place) const;
+  std::size_t pairsBefore(std::size_t offset) const;
+  Place placeAt(std::size_t offset) const;
+  std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
+  std::size_t startOfTag(std::size_t end);
+  std::size_t startOfText(std::size_t offset) const;
+  void findAttributes();
+
+  const KIVByteArray& file;
+  std::u16string declaredEncoding;
+  bool hasMoreLineEnds = false;  // those of XML 1.1
+  bool isDecoded = false;
+  std::u16string text;  // decoded as the parser does, up to what cannot be
+  std::vector<Block> blocks;
+  std::size_t tagEnd = 0;  // of the tag that was asked for last
+  std::size_t tagStart = 0;
+  std::vector<Attribute> attributes;  // of that tag, once one was asked for
+};
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H

@@ -1,0 +1,24 @@
+// What findings say of names that a vocabulary does not have where they stand.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H
+#define QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H
+
+#include "description/vocabulary.h"
+
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// In the local code page.
+std::string textOf(std::u16string_view text);
+
+// Of an element in a parent that has none of the name; `root` is that of the description's vocabulary.
+std::string unknownElement(std::u16string_view name, const ElementKind& parent, const ElementKind& root);
+
+std::string unknownAttribute(std::u16string_view name, const ElementKind& element, bool isRoot);
+
+std::string elementOfEntity(std::u16string_view name, std::u16string_view entity);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H

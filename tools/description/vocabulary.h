@@ -1,0 +1,47 @@
+// The two kinds of descriptions, as their schemas in share/ declare them.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H
+#define QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+struct AttributeKind {
+  std::string name;
+  std::u16string parserName;
+  bool required;  // the element is of no use without it
+};
+
+struct ElementKind {
+  // Null when there is none.
+  const ElementKind* child(std::u16string_view name) const;
+  const AttributeKind* attribute(std::u16string_view name) const;
+  const AttributeKind* attribute(std::string_view name) const;
+
+  std::string name;
+  std::u16string parserName;
+  std::vector<AttributeKind> attributes;
+  std::vector<ElementKind> children;
+};
+
+// The root elements, which the documents may name as they like. REQUIRES: the parser library is started.
+const ElementKind& manifestVocabulary();
+const ElementKind& projectVocabulary();
+const ElementKind& otherVocabulary(const ElementKind& root);
+
+// In double quotes; of a longer one, 100 bytes with "..." behind them.
+std::string inQuotes(std::string_view name);
+
+// The text, or so many of its bytes with "..." behind them.
+std::string cut(std::string_view text, std::size_t most);
+
+// What a writer may have meant by a name: `; did you mean "NAME"?` with the nearest of the names, or nothing when none
+// is near.
+std::string suggestion(std::string_view name, const std::vector<std::string>& names);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H

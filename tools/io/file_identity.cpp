@@ -1,0 +1,56 @@
+#include "io/file_identity.h"
+
+#include "io/failure.h"
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <system_error>
+
+namespace tool {
+
+std::string behindLinks(const std::string& file) {
+  constexpr int mostLinks = 40;  // as the system has it
+  std::filesystem::path name = file;
+  for (int i = 0; i < mostLinks; ++i) {
+    std::error_code error;
+    const std::filesystem::path next = std::filesystem::read_symlink(name, error);
+    if (error) {
+      return name;
+    }
+    name = name.parent_path() / next;
+  }
+  return file;
+}
+
+std::optional<FileIdentity> identityOf(const std::string& file) {
+  struct stat status;
+  if (stat(file.c_str(), &status) == 0) {
+    return S_ISREG(status.st_mode) ? std::optional(FileIdentity{status.st_dev, status.st_ino, ""}) : std::nullopt;
+  }
+  const std::filesystem::path name = behindLinks(file);
+  const std::filesystem::path folder = name.parent_path();
+  if (stat(folder.empty() ? "." : folder.c_str(), &status) != 0) {
+    return std::nullopt;
+  }
+  return FileIdentity{status.st_dev, status.st_ino, name.filename()};
+}
+
+std::set<FileIdentity> identitiesOf(const std::vector<std::string>& inputs) {
+  std::set<FileIdentity> identities;
+  for (const std::string& input : inputs) {
+    if (const auto identity = identityOf(input == "-" ? "/dev/stdin" : input)) {
+      identities.insert(*identity);
+    }
+  }
+  return identities;
+}
+
+void requireApart(const std::string& output, const std::set<FileIdentity>& inputs) {
+  const auto identity = identityOf(output);
+  if (identity && inputs.contains(*identity)) {
+    throw Failure("is one of the inputs", output);
+  }
+}
+
+}  // namespace tool

@@ -1,0 +1,40 @@
+// FileIdentity: which file a name stands for, however it is written.
+#ifndef QZJEXXML_TOOLS_IO_FILE_IDENTITY_H
+#define QZJEXXML_TOOLS_IO_FILE_IDENTITY_H
+
+#include <sys/types.h>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace tool {
+
+// Equal for names of one file: relative or absolute, through links and hard links, also where it does not exist yet.
+struct FileIdentity {
+  bool operator<(const FileIdentity& other) const {
+    return std::tie(device, inode, name) < std::tie(other.device, other.inode, other.name);
+  }
+
+  dev_t device;
+  ino_t inode;       // of the file, or else of its folder
+  std::string name;  // in the folder; empty for a file that exists
+};
+
+// None for devices, FIFOs and the like, and where there is no such folder.
+std::optional<FileIdentity> identityOf(const std::string& file);
+
+// The name without links at its end: where a file is written under that name.
+std::string behindLinks(const std::string& file);
+
+// Of the files that are read; "-" is the standard input.
+std::set<FileIdentity> identitiesOf(const std::vector<std::string>& inputs);
+
+// Throws Failure, "is one of the inputs", when writing `output` would replace one of them.
+void requireApart(const std::string& output, const std::set<FileIdentity>& inputs);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_IO_FILE_IDENTITY_H

@@ -1,0 +1,16 @@
+// What the library says.
+#ifndef QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H
+#define QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H
+
+#include <functional>
+#include <string>
+
+namespace tool {
+
+// What is written to the standard error stream while `action` runs, instead of writing it there; as shown() gives it,
+// except line ends that are written by themselves.
+std::string diagnosticsOf(const std::function<void()>& action);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H

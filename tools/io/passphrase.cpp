@@ -1,0 +1,70 @@
+#include "io/passphrase.h"
+
+#include <bsd/readpassphrase.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace tool {
+
+// The delegation completes the object first, so that it is wiped whatever is thrown here.
+Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
+  if (!file.empty()) {
+    readFirstLine(file);
+  } else {
+    ask("Passphrase: ");
+    if (confirm) {
+      Passphrase again;
+      again.ask("Passphrase again: ");
+      if (buffer != again.buffer) {
+        throw NoPassphrase("the passphrases differ");
+      }
+    }
+  }
+  if (buffer.front() == '\0') {
+    throw NoPassphrase("it is empty, which protects nothing");
+  }
+}
+
+Passphrase::~Passphrase() { explicit_bzero(buffer.data(), buffer.size()); }
+
+// Byte by byte, so that what follows on the standard input stays there and no copy is left in a buffer.
+void Passphrase::readFirstLine(const std::string& file) {
+  const int descriptor = file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  std::size_t length = 0;
+  ssize_t got = -1;
+  if (descriptor >= 0) {
+    char byte = '\0';
+    while ((got = read(descriptor, &byte, 1)) == 1 && byte != '\n' && byte != '\0' && length + 1 < buffer.size()) {
+      buffer[length++] = byte;
+    }
+    if (got == 1 && byte != '\n') {
+      got = -1;
+      errno = byte == '\0' ? EILSEQ : EFBIG;
+    }
+    if (byte == '\n' && length > 0 && buffer[length - 1] == '\r') {
+      buffer[length - 1] = '\0';
+    }
+    explicit_bzero(&byte, 1);
+  }
+  const int error = errno;
+  if (descriptor > STDIN_FILENO) {
+    close(descriptor);
+  }
+  if (got < 0) {
+    throw NoPassphrase(error == EILSEQ  ? "it contains a NUL byte"
+                       : error == EFBIG ? "it is longer than 1,023 bytes"
+                                        : "cannot read " + file + ": " + strerror(error));
+  }
+}
+
+void Passphrase::ask(const char* prompt) {
+  buffer.fill('\0');
+  if (readpassphrase(prompt, buffer.data(), buffer.size(), RPP_REQUIRE_TTY) == nullptr) {
+    throw NoPassphrase("there is no terminal to ask on; use --passphrase-file");
+  }
+}
+
+}  // namespace tool

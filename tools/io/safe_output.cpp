@@ -1,0 +1,155 @@
+#include "io/safe_output.h"
+
+#include "io/failure.h"
+#include "io/file_identity.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+namespace tool {
+namespace {
+
+constexpr const char* notWritten = "cannot be written";
+
+constexpr std::array endings = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
+
+// The temporary file, for the handler of these signals; empty when there is none.
+std::array<char, PATH_MAX> pending;
+
+void removePending(int signal) {
+  unlink(pending.data());
+  std::signal(signal, SIG_DFL);
+  raise(signal);
+}
+
+// Signals that the program was started to ignore stay ignored.
+void removeAtSignals() {
+  for (const int ending : endings) {
+    if (std::signal(ending, removePending) == SIG_IGN) {
+      std::signal(ending, SIG_IGN);
+    }
+  }
+}
+
+// While it lives, the signals wait: until `pending` is right.
+class SignalsWait {
+ public:
+  SignalsWait() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &before);
+  }
+  SignalsWait(const SignalsWait&) = delete;
+  SignalsWait& operator=(const SignalsWait&) = delete;
+  ~SignalsWait() { sigprocmask(SIG_SETMASK, &before, nullptr); }
+
+ private:
+  sigset_t before;
+};
+
+bool isWrittenThrough(const std::string& file) {
+  struct stat status;
+  return file.starts_with("/dev/") || (lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode));
+}
+
+// The mode for a file that replaces `replaced`: that file's, as far as `mode` allows; not for another group.
+mode_t modeBeside(const struct stat& replaced, mode_t mode, int file) {
+  constexpr mode_t ofGroup = 070;
+  const bool sameGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
+  return replaced.st_mode & mode & ~(sameGroup ? 0 : ofGroup);
+}
+
+mode_t modeForNew(mode_t mode) {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return mode & ~mask;
+}
+
+// Some file systems lack the one, some the other.
+bool moveToNewName(const char* from, const char* to) {
+  return renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0 ||
+         (errno != EEXIST && link(from, to) == 0 && unlink(from) == 0);
+}
+
+}  // namespace
+
+SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
+    : name(file == "-" ? "standard output" : file),
+      target(file.starts_with("/dev/") ? file : behindLinks(file)),
+      mayReplace(replace) {
+  if (file == "-") {
+    output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+  } else if (isWrittenThrough(target)) {
+    output = open(target.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, mode);
+  } else {
+    temporary = target + ".XXXXXX";
+    if (temporary.size() >= pending.size()) {
+      errno = ENAMETOOLONG;
+      throw Failure::ofSystem(notWritten, name);
+    }
+    removeAtSignals();
+    const SignalsWait wait;
+    output = mkostemp(temporary.data(), O_CLOEXEC);
+    if (output >= 0) {
+      temporary.copy(pending.data(), temporary.size());
+      struct stat replaced;
+      const bool exists = stat(target.c_str(), &replaced) == 0;
+      fchmod(output, exists ? modeBeside(replaced, mode, output) : modeForNew(mode));
+    }
+  }
+  if (output < 0) {
+    throw Failure::ofSystem(notWritten, name);
+  }
+}
+
+SafeOutput::~SafeOutput() {
+  close(output);
+  const SignalsWait wait;
+  if (pending.front() != '\0') {
+    unlink(pending.data());
+    pending.fill('\0');
+  }
+}
+
+void SafeOutput::write(std::string_view bytes) const {
+  if (!writeAll(output, bytes)) {
+    throw Failure::ofSystem(notWritten, name);
+  }
+}
+
+void SafeOutput::commit() {
+  if (temporary.empty()) {
+    return;
+  }
+  if (fsync(output) != 0) {
+    throw Failure::ofSystem(notWritten, name);
+  }
+  const SignalsWait wait;
+  if (mayReplace ? std::rename(temporary.c_str(), target.c_str()) != 0
+                 : !moveToNewName(temporary.c_str(), target.c_str())) {
+    throw Failure::ofSystem(notWritten, name);
+  }
+  pending.fill('\0');
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) {
+      return false;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+  }
+  return true;
+}
+
+}  // namespace tool

@@ -1,0 +1,20 @@
+// Text as a terminal may get it, and the room that it takes there.
+#ifndef QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H
+#define QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// The text, in the locale's code page or UTF-8, as a terminal may get it: control characters, which could move its
+// cursor, begin a line or turn the direction of writing, as \u001B.
+std::string shown(std::string_view text);
+
+// How many columns of a terminal the text takes; where the locale does not know, a UTF-8 character takes one.
+std::size_t columnsOf(const std::string& text);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H
