@@ -2,6 +2,7 @@
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "io/failure.h"
+#include "io/printed_output.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -25,6 +26,7 @@ void openStandardStreams() {
 int main(int argc, char* argv[]) {
   using namespace tool;
   openStandardStreams();
+  const PrintedOutput standard("standard output", STDOUT_FILENO);
   try {
     CommandLine line;
     for (const auto add : {addManifest, addProject, addCheck, addDiff, addExplain, addEncrypt, addDecrypt, addVerify}) {

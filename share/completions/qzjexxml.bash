@@ -9,8 +9,7 @@ _qzjexxml() {
     manifest | project) options='--json --tree --output --help' ;;
     check) options='--json --ignore --errors-only --color --output --help' ;;
     diff | explain) options='--output --help' ;;
-    encrypt) options='--force --output --passphrase-file --help' ;;
-    decrypt) options='--output --passphrase-file --help' ;;
+    encrypt | decrypt) options='--force --output --passphrase-file --help' ;;
     verify) options='--passphrase-file --help' ;;
     help) mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify' -- "$word") && return ;;
   esac

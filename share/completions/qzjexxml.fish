@@ -19,5 +19,5 @@ complete -c qzjexxml -n '__fish_seen_subcommand_from check' -x -l ignore -a 'unk
 complete -c qzjexxml -n '__fish_seen_subcommand_from check' -l errors-only -d 'Let only errors count for the exit status'
 complete -c qzjexxml -n '__fish_seen_subcommand_from check' -x -l color -a 'auto always never' -d 'Color severities and places'
 complete -c qzjexxml -n '__fish_seen_subcommand_from manifest project check diff explain encrypt decrypt' -r -s o -l output -d 'Write to this file'
-complete -c qzjexxml -n '__fish_seen_subcommand_from encrypt' -l force -d 'Replace what exists'
+complete -c qzjexxml -n '__fish_seen_subcommand_from encrypt decrypt' -l force -d 'Replace what exists'
 complete -c qzjexxml -n '__fish_seen_subcommand_from encrypt decrypt verify' -r -l passphrase-file -d 'Take the passphrase from this file'

@@ -19,13 +19,15 @@ using jexxml::SecretByteArray;
 struct Options {
   std::string file;
   std::string output = "-";
+  bool force = false;
   std::string passphraseFile;
 };
 
-// Writes the plaintext to the output, to a file wholly or not at all, with mode 0600.
+// Writes the plaintext to the output, to a file wholly or not at all, to a new one with mode 0600.
 ExitStatus decryptFile(const Options& options) {
   if (options.output != "-") {
     requireApart(options.output, identitiesOf({options.file, options.passphraseFile}));
+    requireReplaceable(options.output, options.force);
   }
   return withPassphrase({options.file}, options.passphraseFile, false,
                         [&](const std::string& file, Passphrase& passphrase) {
@@ -34,7 +36,7 @@ ExitStatus decryptFile(const Options& options) {
                           if (decrypt(file, passphrase, plaintext) != allGood) {
                             return fileFailed;
                           }
-                          SafeOutput output(options.output, forOwner);
+                          SafeOutput output(options.output, forOwner, options.force);
                           output.write({plaintext.data, plaintext.length});
                           output.commit();
                           return allGood;
@@ -47,6 +49,7 @@ void addDecrypt(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("decrypt", "Decrypt a file", [options] { return decryptFile(*options); })
       .argument("FILE", options->file, "The file")
+      .flag("--force", options->force, "Replace what exists")
       .output(options->output)
       .passphraseFile(options->passphraseFile);
 }

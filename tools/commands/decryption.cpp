@@ -12,8 +12,9 @@
 namespace tool {
 ExitStatus decrypt(const std::string& file, Passphrase& passphrase, KIVByteArray& plaintext) {
   bool decrypted = false;
+  const InputFile input(file);
   const std::string diagnostics =
-      diagnosticsOf([&] { decrypted = DecryptXmlFile(file.c_str(), plaintext, passphrase.text()); });
+      diagnosticsOf([&] { decrypted = DecryptXmlFile(input.path(), plaintext, passphrase.text()); });
   if (decrypted) {
     return allGood;
   }

@@ -7,6 +7,7 @@
 #include "filestore/secret_byte_array.h"
 #include "io/failure.h"
 #include "io/file_identity.h"
+#include "io/input_file.h"
 #include "io/library_diagnostics.h"
 #include "io/safe_output.h"
 #include "io/terminal_text.h"
@@ -18,12 +19,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <set>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace tool {
@@ -52,8 +51,9 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   SecretByteArray passphraseBytes(passphrase.text());
   KIVByteArray ciphertext;
   bool encrypted = false;
+  const InputFile input(file);
   const std::string diagnostics = diagnosticsOf([&] {
-    encrypted = ReadXmlFile(file.c_str(), plaintext) && kivbtcPassphraseEncrypt(plaintext, ciphertext, passphraseBytes);
+    encrypted = ReadXmlFile(input.path(), plaintext) && kivbtcPassphraseEncrypt(plaintext, ciphertext, passphraseBytes);
   });
   if (!encrypted) {
     return report(file, "cannot be encrypted", diagnostics);
@@ -73,7 +73,7 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
 }
 
 std::string outputFor(const std::string& file, const Options& options) {
-  return options.output.empty() ? jexxml::encryptedFileName(file) : options.output;
+  return !options.output.empty() ? options.output : file == "-" ? file : jexxml::encryptedFileName(file);
 }
 
 // Before anything is done: outputs that are one file, are read, or exist.
@@ -98,15 +98,13 @@ ExitStatus checkOutputs(const Options& options) {
       return allGood;
     }
     requireApart(target, inputs);
-    std::error_code error;
-    if (!options.force && std::filesystem::is_regular_file(target, error)) {
-      throw Failure("exists; --force replaces it", target);
-    }
+    requireReplaceable(target, options.force);
     return allGood;
   });
 }
 
-// Encrypts each file into the output, or else into the .enc file beside it, decrypts what was written to be sure of it,
+// Encrypts each file into the output, or else into the .enc file beside it, the standard input to the standard output;
+// decrypts what was written to be sure of it,
 // and prints "FILE -> OUTPUT". Nothing is done when checkOutputs finds something.
 ExitStatus encryptFiles(const Options& options) {
   const ExitStatus status = checkOutputs(options);

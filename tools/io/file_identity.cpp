@@ -2,7 +2,9 @@
 
 #include "io/failure.h"
 
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 #include <filesystem>
 #include <system_error>
@@ -15,7 +17,8 @@ std::string behindLinks(const std::string& file) {
   for (int i = 0; i < mostLinks; ++i) {
     std::error_code error;
     const std::filesystem::path next = std::filesystem::read_symlink(name, error);
-    if (error) {
+    struct statfs system;
+    if (error || (statfs(name.parent_path().c_str(), &system) == 0 && system.f_type == PROC_SUPER_MAGIC)) {
       return name;
     }
     name = name.parent_path() / next;

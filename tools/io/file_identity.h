@@ -26,7 +26,8 @@ struct FileIdentity {
 // None for devices, FIFOs and the like, and where there is no such folder.
 std::optional<FileIdentity> identityOf(const std::string& file);
 
-// The name without links at its end: where a file is written under that name.
+// The name without links at its end: where a file is written under that name. A link of /proc that stands for an open
+// file is left, since what it reads as is only that file's name.
 std::string behindLinks(const std::string& file);
 
 // Of the files that are read; "-" is the standard input.

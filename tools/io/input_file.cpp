@@ -1,7 +1,6 @@
 #include "io/input_file.h"
 
 #include "io/failure.h"
-#include "io/safe_output.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -11,66 +10,74 @@
 #include <cerrno>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tool {
 namespace {
 
 constexpr const char* notRead = "cannot be read";
+constexpr std::uint64_t tooLarge = std::uint64_t{1} << 31U;  // for the library
 
-// Of a file that can be read; see requireReadable.
-mode_t kindOf(const std::string& file) {
+// The library does not tell which of these a file is.
+void requireSize(std::uint64_t size) {
+  if (size == 0 || size >= tooLarge) {
+    throw Failure(size == 0 ? "the file is empty" : "the file has 2 GiB or more");
+  }
+}
+
+bool isCopied(const std::string& file) {
   struct stat status;
-  if (stat(file.c_str(), &status) != 0) {
+  return file == "-" || (stat(file.c_str(), &status) == 0 && S_ISFIFO(status.st_mode));
+}
+
+}  // namespace
+
+void requireReadable(const std::string& file) {
+  struct stat status;
+  if (file == "-") {
+    return;
+  }
+  if (stat(file.c_str(), &status) != 0 || access(file.c_str(), R_OK) != 0) {
     throw Failure::ofSystem(notRead);
   }
   if (S_ISDIR(status.st_mode)) {
     errno = EISDIR;
     throw Failure::ofSystem(notRead);
   }
-  if (access(file.c_str(), R_OK) != 0) {
-    throw Failure::ofSystem(notRead);
+  if (S_ISREG(status.st_mode)) {
+    requireSize(static_cast<std::uint64_t>(status.st_size));
+  } else if (!S_ISFIFO(status.st_mode)) {
+    throw Failure("the file is a device or socket");
   }
-  return status.st_mode & S_IFMT;
 }
 
-}  // namespace
-
-void requireReadable(const std::string& file) { kindOf(file); }
-
-InputFile::InputFile(const std::string& name) : openable(name) {
+InputFile::InputFile(const std::string& name)
+    : openable(name), memory(isCopied(name) ? memfd_create("description", MFD_CLOEXEC) : -1) {
+  static bool standardInputIsTaken = false;
+  requireReadable(name);
   if (name == "-") {
+    if (std::exchange(standardInputIsTaken, true)) {
+      throw Failure("the standard input can be read only once");
+    }
     copy(STDIN_FILENO);
-    return;
-  }
-  if (kindOf(name) == S_IFIFO) {
-    const int input = open(name.c_str(), O_RDONLY | O_CLOEXEC);
-    copy(input);
-    close(input);
-  }
-}
-
-InputFile::~InputFile() {
-  if (memory >= 0) {
-    close(memory);
+  } else if (isCopied(name)) {
+    const Descriptor input(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    copy(input.get());
   }
 }
 
 void InputFile::copy(int input) {
-  constexpr std::uint64_t most = std::uint64_t{1} << 31U;  // which the library refuses, as it does a file of that size
-  memory = memfd_create("description", MFD_CLOEXEC);
   std::vector<char> buffer(std::size_t{1} << 16U);
-  ssize_t got = 1;
-  for (std::uint64_t size = 0; memory >= 0 && got != 0 && size < most; size += static_cast<std::uint64_t>(got)) {
+  std::uint64_t size = 0;
+  for (ssize_t got = 1; got != 0 && size < tooLarge; size += static_cast<std::uint64_t>(got)) {
     got = read(input, buffer.data(), buffer.size());
-    if (got < 0 || !writeAll(memory, {buffer.data(), static_cast<std::size_t>(got)})) {
+    if (got < 0 || !writeAll(memory.get(), {buffer.data(), static_cast<std::size_t>(got)})) {
       throw Failure::ofSystem(notRead);
     }
   }
-  if (memory < 0) {
-    throw Failure::ofSystem(notRead);
-  }
-  openable = "/proc/self/fd/" + std::to_string(memory);
+  requireSize(size);
+  openable = "/proc/self/fd/" + std::to_string(memory.get());
 }
 
 }  // namespace tool

@@ -2,22 +2,21 @@
 #ifndef QZJEXXML_TOOLS_IO_INPUT_FILE_H
 #define QZJEXXML_TOOLS_IO_INPUT_FILE_H
 
+#include "io/descriptor.h"
+
 #include <string>
 
 namespace tool {
 
-// Throws Failure, "cannot be read: REASON", for a file that is missing, a folder, or not the user's to read. Devices,
-// FIFOs and sockets are not opened.
+// Throws Failure for a file that is missing, empty, not the user's to read, too large, or neither a regular file nor a
+// FIFO. Opens nothing. The standard input ("-") is looked at when it is read.
 void requireReadable(const std::string& file);
 
 // A file that the library can open by its path. The standard input ("-") and FIFOs are copied into memory first.
 class InputFile {
  public:
-  // Throws Failure.
+  // Throws Failure, as requireReadable.
   explicit InputFile(const std::string& name);
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  ~InputFile();
 
   // Valid while this object lives.
   const char* path() const { return openable.c_str(); }
@@ -26,7 +25,7 @@ class InputFile {
   void copy(int input);
 
   std::string openable;
-  int memory = -1;
+  Descriptor memory;
 };
 
 }  // namespace tool

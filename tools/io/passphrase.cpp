@@ -1,5 +1,7 @@
 #include "io/passphrase.h"
 
+#include "io/descriptor.h"
+
 #include <bsd/readpassphrase.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -32,12 +34,12 @@ Passphrase::~Passphrase() { explicit_bzero(buffer.data(), buffer.size()); }
 
 // Byte by byte, so that what follows on the standard input stays there and no copy is left in a buffer.
 void Passphrase::readFirstLine(const std::string& file) {
-  const int descriptor = file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  const Descriptor input(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC));
   std::size_t length = 0;
   ssize_t got = -1;
-  if (descriptor >= 0) {
+  if (input.get() >= 0) {
     char byte = '\0';
-    while ((got = read(descriptor, &byte, 1)) == 1 && byte != '\n' && byte != '\0' && length + 1 < buffer.size()) {
+    while ((got = read(input.get(), &byte, 1)) == 1 && byte != '\n' && byte != '\0' && length + 1 < buffer.size()) {
       buffer[length++] = byte;
     }
     if (got == 1 && byte != '\n') {
@@ -49,14 +51,10 @@ void Passphrase::readFirstLine(const std::string& file) {
     }
     explicit_bzero(&byte, 1);
   }
-  const int error = errno;
-  if (descriptor > STDIN_FILENO) {
-    close(descriptor);
-  }
   if (got < 0) {
-    throw NoPassphrase(error == EILSEQ  ? "it contains a NUL byte"
-                       : error == EFBIG ? "it is longer than 1,023 bytes"
-                                        : "cannot read " + file + ": " + strerror(error));
+    throw NoPassphrase(errno == EILSEQ  ? "it contains a NUL byte"
+                       : errno == EFBIG ? "it is longer than 1,023 bytes"
+                                        : "cannot read " + file + ": " + strerror(errno));
   }
 }
 

@@ -1,24 +1,20 @@
 #include "io/printed_output.h"
 
+#include "io/descriptor.h"
 #include "io/failure.h"
 #include "io/file_identity.h"
-#include "io/redirection.h"
 #include "io/safe_output.h"
 
-#include <ext/stdio_filebuf.h>
-#include <unistd.h>
-
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace tool {
 namespace {
-
-// What goes to finishOutput's user when printing fails.
-std::string outputName = "standard output";
 
 // A regular file that begins as XML does: in "-o *.xml" the first of the inputs meant. What is printed never does.
 bool looksLikeDescription(const std::string& file) {
@@ -41,8 +37,42 @@ bool looksLikeDescription(const std::string& file) {
 
 }  // namespace
 
+PrintedOutput* PrintedOutput::current = nullptr;
+
+PrintedOutput::PrintedOutput(std::string printed, int written)
+    : name(std::move(printed)),
+      descriptor(written),
+      buffer(std::size_t{1} << 16U),
+      redirection(std::cout, this),
+      before(std::exchange(current, this)) {
+  setp(buffer.data(), buffer.data() + buffer.size());
+}
+
+PrintedOutput::~PrintedOutput() { current = before; }
+
+PrintedOutput::int_type PrintedOutput::overflow(int_type letter) {
+  if (sync() != 0) {
+    return traits_type::eof();
+  }
+  return traits_type::eq_int_type(letter, traits_type::eof()) ? traits_type::not_eof(letter)
+                                                              : sputc(traits_type::to_char_type(letter));
+}
+
+int PrintedOutput::sync() {
+  if (error == 0 && !writeAll(descriptor, {pbase(), static_cast<std::size_t>(pptr() - pbase())})) {
+    error = errno;
+  }
+  setp(buffer.data(), buffer.data() + buffer.size());
+  return error == 0 ? 0 : -1;
+}
+
 ExitStatus finishOutput(ExitStatus status) {
-  return std::cout.flush() ? status : report(outputName, "cannot be written");
+  if (std::cout.flush()) {
+    return status;
+  }
+  errno = PrintedOutput::current->error;
+  const Failure failure = Failure::ofSystem("cannot be written", PrintedOutput::current->name);
+  return report(failure.subject, failure.what());
 }
 
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
@@ -56,9 +86,7 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
   }
   constexpr mode_t forAll = 0666;
   SafeOutput output(file, forAll);
-  outputName = file;
-  __gnu_cxx::stdio_filebuf<char> buffer(dup(output.descriptor()), std::ios::out);
-  const Redirection redirection(std::cout, &buffer);
+  const PrintedOutput printed(file, output.descriptor());
   const ExitStatus status = command();
   if (std::cout.good()) {
     output.commit();

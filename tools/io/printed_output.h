@@ -3,12 +3,38 @@
 #define QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
 
 #include "io/exit_status.h"
+#include "io/redirection.h"
 
 #include <functional>
+#include <streambuf>
 #include <string>
 #include <vector>
 
 namespace tool {
+
+// Has std::cout write to the descriptor while it lives. `name` is the output's in reports.
+class PrintedOutput final : private std::streambuf {
+ public:
+  PrintedOutput(std::string name, int descriptor);
+  PrintedOutput(const PrintedOutput&) = delete;
+  PrintedOutput& operator=(const PrintedOutput&) = delete;
+  ~PrintedOutput() override;
+
+ private:
+  friend ExitStatus finishOutput(ExitStatus status);
+
+  int_type overflow(int_type letter) override;
+  int sync() override;
+
+  static PrintedOutput* current;
+
+  const std::string name;
+  const int descriptor;
+  int error = 0;  // of the first write that failed
+  std::vector<char> buffer;
+  const Redirection redirection;
+  PrintedOutput* const before;
+};
 
 // Flushes what was printed; what could not be written makes `status` fileFailed, after a report.
 ExitStatus finishOutput(ExitStatus status);

@@ -1,5 +1,6 @@
 #include "io/safe_output.h"
 
+#include "io/descriptor.h"
 #include "io/failure.h"
 #include "io/file_identity.h"
 
@@ -7,7 +8,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -56,16 +56,18 @@ class SignalsWait {
   sigset_t before;
 };
 
-bool isWrittenThrough(const std::string& file) {
+// A link that was not resolved stands for an open file.
+bool isWrittenThrough(const std::string& target) {
   struct stat status;
-  return file.starts_with("/dev/") || (lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode));
+  return lstat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
 }
 
-// The mode for a file that replaces `replaced`: that file's, as far as `mode` allows; not for another group.
-mode_t modeBeside(const struct stat& replaced, mode_t mode, int file) {
-  constexpr mode_t ofGroup = 070;
+// The mode for a file that replaces `replaced`: that file's, except for another group.
+mode_t modeBeside(const struct stat& replaced, int file) {
+  constexpr mode_t ofAll = 0777;
+  constexpr mode_t ofGroup = 0070;
   const bool sameGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
-  return replaced.st_mode & mode & ~(sameGroup ? 0 : ofGroup);
+  return replaced.st_mode & ofAll & ~(sameGroup ? 0 : ofGroup);
 }
 
 mode_t modeForNew(mode_t mode) {
@@ -82,10 +84,15 @@ bool moveToNewName(const char* from, const char* to) {
 
 }  // namespace
 
+void requireReplaceable(const std::string& file, bool force) {
+  struct stat status;
+  if (!force && lstat(behindLinks(file).c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+    throw Failure("exists; --force replaces it", file);
+  }
+}
+
 SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
-    : name(file == "-" ? "standard output" : file),
-      target(file.starts_with("/dev/") ? file : behindLinks(file)),
-      mayReplace(replace) {
+    : name(file == "-" ? "standard output" : file), target(behindLinks(file)), mayReplace(replace) {
   if (file == "-") {
     output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
   } else if (isWrittenThrough(target)) {
@@ -103,7 +110,7 @@ SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
       temporary.copy(pending.data(), temporary.size());
       struct stat replaced;
       const bool exists = stat(target.c_str(), &replaced) == 0;
-      fchmod(output, exists ? modeBeside(replaced, mode, output) : modeForNew(mode));
+      fchmod(output, exists ? modeBeside(replaced, output) : modeForNew(mode));
     }
   }
   if (output < 0) {
@@ -139,17 +146,6 @@ void SafeOutput::commit() {
     throw Failure::ofSystem(notWritten, name);
   }
   pending.fill('\0');
-}
-
-bool writeAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) {
-      return false;
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-  }
-  return true;
 }
 
 }  // namespace tool

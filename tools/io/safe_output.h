@@ -10,13 +10,13 @@
 namespace tool {
 
 // Where nothing or a regular file stands, also behind links, the file is written beside it, and put in its place by
-// commit(). Devices, FIFOs, what is below /dev and "-", the standard output, are written through. Without commit(), and
-// when a signal ends the program, nothing is left and nothing was changed. One at a time. Throws Failure, "cannot be
-// written: REASON".
+// commit(). Devices, FIFOs, open files (/dev/stdout) and "-", the standard output, are written through. Without
+// commit(), and when a signal ends the program, nothing is left and nothing was changed. One at a time. Throws Failure,
+// "cannot be written: REASON".
 class SafeOutput {
  public:
-  // A new file has `mode`, less the umask; one that replaces another has that one's mode, but no more than `mode`.
-  // Without `replace`, commit() refuses when the file exists.
+  // A new file has `mode`, less the umask; one that replaces another has that one's mode. Without `replace`, commit()
+  // refuses when the file exists.
   SafeOutput(const std::string& file, mode_t mode, bool replace = true);
   SafeOutput(const SafeOutput&) = delete;
   SafeOutput& operator=(const SafeOutput&) = delete;
@@ -38,8 +38,8 @@ class SafeOutput {
   int output = -1;
 };
 
-// Goes on after a short write or a signal. False with errno set.
-bool writeAll(int descriptor, std::string_view bytes);
+// Throws Failure when the output would replace a file without `force`.
+void requireReplaceable(const std::string& file, bool force);
 
 }  // namespace tool
 
