@@ -8,6 +8,7 @@
 #include "description/json_text.h"
 #include "io/failure.h"
 #include "io/input_file.h"
+#include "io/quoting.h"
 #include "io/terminal_text.h"
 
 #include <unistd.h>

@@ -1,7 +1,8 @@
 #include "commands/command_line.h"
 
-#include "description/vocabulary.h"
 #include "io/printed_output.h"
+#include "io/quoting.h"
+#include "io/suggestion.h"
 #include "io/terminal_text.h"
 #include "release.h"
 
@@ -93,15 +94,15 @@ std::string CommandLine::mistakeIn(const std::string& argument) const {
     }
   }
   if (isOption) {
-    return command.get_name() + " has no option " + inQuotes(argument) + suggestion(argument, names) +
-           " (a file of that name is ./" + argument + ")";
+    return command.get_name() + " has no option " + inQuotes(argument) +
+           suggestion(argument, {names.begin(), names.end()}) + " (a file of that name is ./" + argument + ")";
   }
   if (!chosen.empty()) {
     return command.get_name() + " takes no further argument " + inQuotes(argument);
   }
   names.clear();
   std::ranges::transform(app->get_subcommands({}), std::back_inserter(names), &CLI::App::get_name);
-  return "there is no command " + inQuotes(argument) + suggestion(argument, names);
+  return "there is no command " + inQuotes(argument) + suggestion(argument, {names.begin(), names.end()});
 }
 
 ExitStatus CommandLine::run(std::vector<std::string> arguments) {

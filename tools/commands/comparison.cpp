@@ -1,5 +1,6 @@
 #include "commands/comparison.h"
 
+#include "io/quoting.h"
 #include "io/terminal_text.h"
 
 #include <iostream>

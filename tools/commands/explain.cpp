@@ -7,6 +7,8 @@
 #include "description/entries.h"
 #include "io/failure.h"
 #include "io/input_file.h"
+#include "io/quoting.h"
+#include "io/suggestion.h"
 #include "io/terminal_text.h"
 
 #include <algorithm>
@@ -62,7 +64,7 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
       found = true;
     }
     if (!found) {
-      std::vector<std::string> keys;
+      std::vector<std::string_view> keys;
       std::ranges::transform(entries, std::back_inserter(keys), &Entry::key);
       throw Failure("has no entry " + inQuotes(key) + suggestion(key, keys));
     }

@@ -2,6 +2,7 @@
 
 #include "description/unknown_names.h"
 #include "document/parse_document.h"
+#include "io/quoting.h"
 
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLEntityDecl.hpp>

@@ -1,6 +1,7 @@
 #include "description/rules.h"
 
-#include "description/vocabulary.h"
+#include "io/quoting.h"
+#include "io/suggestion.h"
 
 #include <algorithm>
 #include <array>
@@ -31,7 +32,7 @@ std::string mistakeInIgnoring(std::string_view name) {
   const std::optional<Rule> rule = ruleNamed(name);
   if (!rule) {
     return "there is no rule " + inQuotes(name) +
-           suggestion(name, std::vector<std::string>(names.begin(), names.end()));
+           suggestion(name, std::vector<std::string_view>(names.begin(), names.end()));
   }
   return isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : "";
 }

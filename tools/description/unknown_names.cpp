@@ -1,5 +1,7 @@
 #include "description/unknown_names.h"
 
+#include "io/quoting.h"
+#include "io/suggestion.h"
 #include "text/lcp_text.h"
 
 #include <algorithm>
@@ -15,9 +17,10 @@ std::string shortTextOf(std::u16string_view name) {
   return textOf(name.substr(0, longest));
 }
 
-std::vector<std::string> namesOf(const auto& kinds) {
-  std::vector<std::string> names;
-  std::ranges::transform(kinds, std::back_inserter(names), [](const auto& kind) { return kind.name; });
+std::vector<std::string_view> namesOf(const auto& kinds) {
+  std::vector<std::string_view> names;
+  std::ranges::transform(kinds, std::back_inserter(names),
+                         [](const auto& kind) -> std::string_view { return kind.name; });
   return names;
 }
 

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <numeric>
 #include <utility>
 
 namespace tool {
@@ -46,21 +45,6 @@ ElementKind readSchema(std::string_view schema) {
   return std::move(document.children.front());
 }
 
-// Levenshtein's.
-std::size_t distance(std::string_view from, std::string_view to) {
-  std::vector<std::size_t> row(to.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    std::size_t diagonal = std::exchange(row[0], i + 1);
-    for (std::size_t k = 0; k < to.size(); ++k) {
-      const std::size_t replaced = diagonal + (from[i] == to[k] ? 0 : 1);
-      diagonal = row[k + 1];
-      row[k + 1] = std::min({replaced, diagonal + 1, row[k] + 1});
-    }
-  }
-  return row.back();
-}
-
 const auto* named(const auto& kinds, auto name, auto member) {
   const auto place = std::ranges::find(kinds, name, member);
   return place == kinds.end() ? nullptr : &*place;
@@ -92,30 +76,6 @@ const ElementKind& projectVocabulary() {
 
 const ElementKind& otherVocabulary(const ElementKind& root) {
   return &root == &manifestVocabulary() ? projectVocabulary() : manifestVocabulary();
-}
-
-std::string inQuotes(std::string_view name) { return '"' + cut(name, 100) + '"'; }
-
-// In UTF-8, not within a character.
-std::string cut(std::string_view text, std::size_t most) {
-  if (text.size() <= most) {
-    return std::string(text);
-  }
-  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0U) == 0x80) {
-    --most;
-  }
-  return std::string(text.substr(0, most)) + "...";
-}
-
-std::string suggestion(std::string_view name, const std::vector<std::string>& names) {
-  constexpr std::size_t far = 3;
-  constexpr std::size_t longest = 40;  // of a name that is compared
-  const auto nearest = std::ranges::min_element(names, {}, [&](const std::string& other) {
-    return std::min(name.size(), other.size()) > longest ? far : distance(name, other);
-  });
-  return nearest == names.end() || distance(name.substr(0, longest), *nearest) >= std::min(far, nearest->size())
-             ? ""
-             : "; did you mean " + inQuotes(*nearest) + "?";
 }
 
 }  // namespace tool

@@ -32,16 +32,6 @@ const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
 const ElementKind& otherVocabulary(const ElementKind& root);
 
-// In double quotes; of a longer one, 100 bytes with "..." behind them.
-std::string inQuotes(std::string_view name);
-
-// The text, or so many of its bytes with "..." behind them.
-std::string cut(std::string_view text, std::size_t most);
-
-// What a writer may have meant by a name: `; did you mean "NAME"?` with the nearest of the names, or nothing when none
-// is near.
-std::string suggestion(std::string_view name, const std::vector<std::string>& names);
-
 }  // namespace tool
 
 #endif  // QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H

@@ -1,0 +1,16 @@
+// Names in messages.
+#ifndef QZJEXXML_TOOLS_IO_QUOTING_H
+#define QZJEXXML_TOOLS_IO_QUOTING_H
+
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// In double quotes. Of a name above 100 bytes, the first 100 with "..." behind them; UTF-8 is not cut within a
+// character.
+std::string inQuotes(std::string_view name);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_IO_QUOTING_H
