@@ -36,7 +36,7 @@ struct Spot {
   Token token = Token::here;
   ParserPlace place;
   std::u16string_view attribute;
-  SuppressionRange suppressions;  // before its element
+  SuppressionGroup suppressions = 0;  // before its element
 };
 
 // An element that a load takes.
@@ -54,7 +54,7 @@ struct Element {
   const ElementKind* kind;
   std::size_t parent;  // its place among the elements; the root element's is its own
   ParserPlace end;     // of the tag
-  SuppressionRange suppressions;
+  SuppressionGroup suppressions;
   const xercesc::DOMNode* node;
 };
 

@@ -52,6 +52,9 @@ void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration,
   openElements.push_back({.element = element, .tag = tag});
   if (element != ignored) {
     takeAttributes(attributes, attributeCount);
+  if (isRoot) {
+    description.suppressions.setWholeFile(tag.suppressions);
+  }
   }
   DocumentParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
   if (element != ignored) {
@@ -165,7 +168,7 @@ ParserPlace DescriptionParser::place() const {
 }
 
 // What an entity holds stands where the entity is referred to.
-Spot DescriptionParser::spot(Token token, const ParserPlace& at, const SuppressionRange& suppressions) const {
+Spot DescriptionParser::spot(Token token, const ParserPlace& at, SuppressionGroup suppressions) const {
   return entities.empty() ? Spot{token, at, {}, suppressions}
                           : Spot{Token::reference, place(), {}, referenceSuppressions};
 }

@@ -65,7 +65,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
   bool isReporting(unsigned int code) const;
   bool findBadByte(const std::string& message);
   ParserPlace place() const;
-  Spot spot(Token token, const ParserPlace& at, const SuppressionRange& suppressions) const;
+  Spot spot(Token token, const ParserPlace& at, SuppressionGroup suppressions) const;
   std::size_t take(const Spot& tag, std::u16string_view name, bool isRoot);
   const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
   void takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
@@ -75,11 +75,11 @@ class DescriptionParser final : public jexxml::DocumentParser {
   Description& description;
   Reports reports{*this};
   std::vector<OpenElement> openElements;
-  std::vector<std::u16string> entities;    // that are open
-  SuppressionRange referenceSuppressions;  // before the first of them
-  ParserPlace lastEnd;                     // of the markup or text before
-  std::vector<const XMLCh*> values;        // of the element's attributes, in the order of its kind
-  unsigned int errorCode = 0;              // of the parser library's report that is under way, with its domain and text
+  std::vector<std::u16string> entities;        // that are open
+  SuppressionGroup referenceSuppressions = 0;  // before the first of them
+  ParserPlace lastEnd;                         // of the markup or text before
+  std::vector<const XMLCh*> values;            // of the element's attributes, in the order of its kind
+  unsigned int errorCode = 0;  // of the parser library's report that is under way, with its domain and text
   const XMLCh* errorDomain = nullptr;
   const XMLCh* errorText = nullptr;
 };

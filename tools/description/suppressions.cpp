@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tool {
 namespace {
 
 // Takes the next word off the text; empty when there is none. Names of rules are of ASCII.
 std::string takeWord(std::u16string_view& text) {
-  constexpr std::u16string_view spaces = u" \t\r\n";
+  constexpr std::u16string_view spaces = u" \t\r\n,";
   constexpr std::size_t longest = 100;
   text.remove_prefix(std::min(text.find_first_not_of(spaces), text.size()));
   const std::u16string_view word = text.substr(0, text.find_first_of(spaces));
@@ -26,7 +27,12 @@ void Suppressions::add(std::u16string_view comment, const ParserPlace& place) {
   if (takeWord(comment) != "qzjexxml-ignore") {
     return;
   }
-  Suppression& suppression = suppressions.emplace_back(Suppression{place, {}, {}, {}});
+  if (!isPending) {
+    groups.emplace_back();
+    isPending = true;
+  }
+  const auto group = static_cast<SuppressionGroup>(groups.size() - 1);
+  Suppression& suppression = suppressions.emplace_back(Suppression{place, group, {}, {}});
   std::string name = takeWord(comment);
   suppression.mistake = name.empty() ? "it names no rule" : "";
   for (; !name.empty() && suppression.mistake.empty(); name = takeWord(comment)) {
@@ -35,32 +41,30 @@ void Suppressions::add(std::u16string_view comment, const ParserPlace& place) {
       suppression.rules.set(static_cast<std::size_t>(*ruleNamed(name)));
     }
   }
+  groups.back().rules |= suppression.rules;
 }
 
-SuppressionRange Suppressions::takePending() {
-  const SuppressionRange range{.first = pending, .last = static_cast<std::uint32_t>(suppressions.size())};
-  pending = range.last;
-  return range;
+SuppressionGroup Suppressions::takePending() {
+  return std::exchange(isPending, false) ? static_cast<SuppressionGroup>(groups.size() - 1) : 0;
 }
 
-bool Suppressions::silence(const SuppressionRange& range, Rule rule) {
+bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   const auto bit = static_cast<std::size_t>(rule);
-  bool silenced = false;
-  for (std::uint32_t i = range.first; i < range.last; ++i) {
-    if (suppressions[i].rules.test(bit)) {
-      suppressions[i].used.set(bit);
-      silenced = true;
+  for (Group* silencing : {&groups[group], &groups[wholeFile]}) {
+    if (silencing->rules.test(bit)) {
+      silencing->used.set(bit);
+      return true;
     }
   }
-  return silenced;
+  return false;
 }
 
 void Suppressions::forEachUseless(const std::function<void(const ParserPlace&, const std::string&)>& action) const {
-  for (const auto& [place, rules, used, mistake] : suppressions) {
+  for (const auto& [place, group, rules, mistake] : suppressions) {
     if (!mistake.empty()) {
       action(place, mistake);
     }
-    const Rules useless = rules & ~used;
+    const Rules useless = rules & ~groups[group].used;
     for (std::size_t i = 0; i < useless.size(); ++i) {
       if (useless.test(i)) {
         action(place, "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");

@@ -13,11 +13,8 @@
 
 namespace tool {
 
-// Those that stand before one element.
-struct SuppressionRange {
-  std::uint32_t first = 0;
-  std::uint32_t last = 0;  // behind the last one
-};
+// Stands for the comments before one element; 0 for none.
+using SuppressionGroup = std::uint32_t;
 
 class Suppressions {
  public:
@@ -25,10 +22,13 @@ class Suppressions {
   void add(std::u16string_view comment, const ParserPlace& place);
 
   // What stood since the last element, or end of one.
-  SuppressionRange takePending();
+  SuppressionGroup takePending();
 
-  // Whether a rule is silenced for the element that the range belongs to.
-  bool silence(const SuppressionRange& range, Rule rule);
+  // Has the comments of the group, which stand before the root element, count for the whole file.
+  void setWholeFile(SuppressionGroup group) { wholeFile = group; }
+
+  // Whether a rule is silenced for the element that the group belongs to.
+  bool silence(SuppressionGroup group, Rule rule);
 
   // With the place and the reason of each rule that silenced nothing.
   void forEachUseless(const std::function<void(const ParserPlace&, const std::string&)>& action) const;
@@ -36,13 +36,20 @@ class Suppressions {
  private:
   struct Suppression {
     ParserPlace place;
+    SuppressionGroup group;
     Rules rules;
-    Rules used;
     std::string mistake;  // why it names no rule
   };
 
+  struct Group {
+    Rules rules;
+    Rules used;
+  };
+
   std::vector<Suppression> suppressions;
-  std::uint32_t pending = 0;
+  std::vector<Group> groups = {{}};
+  bool isPending = false;  // the last group
+  SuppressionGroup wholeFile = 0;
 };
 
 }  // namespace tool
