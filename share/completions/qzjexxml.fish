@@ -16,7 +16,7 @@ complete -c qzjexxml -n '__fish_seen_subcommand_from help' -f -a "$commands"
 complete -c qzjexxml -n '__fish_seen_subcommand_from manifest project check' -l json -d 'Print JSON'
 complete -c qzjexxml -n '__fish_seen_subcommand_from manifest project' -l tree -d 'Print the tree of elements'
 complete -c qzjexxml -n '__fish_seen_subcommand_from check' -x -l ignore -a 'unknown-element entity-element unknown-attribute missing-attribute empty-attribute ignored-text overridden-entry shared-target stray-target relative-path wrong-type useless-ignore more-warnings' -d 'Do not warn by this rule'
-complete -c qzjexxml -n '__fish_seen_subcommand_from check' -l errors-only -d 'Let only errors count for the exit status'
+complete -c qzjexxml -n '__fish_seen_subcommand_from check' -l errors-only -d 'Report errors only'
 complete -c qzjexxml -n '__fish_seen_subcommand_from check' -x -l color -a 'auto always never' -d 'Color severities and places'
 complete -c qzjexxml -n '__fish_seen_subcommand_from manifest project check diff explain encrypt decrypt' -r -s o -l output -d 'Write to this file'
 complete -c qzjexxml -n '__fish_seen_subcommand_from encrypt decrypt' -l force -d 'Replace what exists'

@@ -9,6 +9,7 @@
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/quoting.h"
+#include "io/suggestion.h"
 #include "io/terminal_text.h"
 
 #include <unistd.h>
@@ -94,17 +95,20 @@ void checkEntries(const std::string& file, Description& description) {
 void checkType(Description& description) {
   const Element& root = description.elements.front();
   const std::string type = root["type"];
-  if (type == (description.isManifest() ? "project" : "archive")) {
+  const std::vector<std::string_view> types = {"archive", "project"};
+  if (!type.empty() && type != types[description.isManifest() ? 0 : 1]) {
     description.find(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
-      return "its type is " + inQuotes(type) + ", but the content is that of " +
-             (description.isManifest() ? "an archive manifest" : "a project description");
+      return "its type is " + inQuotes(type) +
+             (type != types[description.isManifest() ? 1 : 0] ? ", which no description has" + suggestion(type, types)
+              : description.isManifest()                      ? ", but the content is that of an archive manifest"
+                                                              : ", but the content is that of a project description");
     });
   }
 }
 
 struct Checked {
   std::vector<Finding> findings;  // in the order of their places
-  bool isManifest = true;
+  const char* kind = nullptr;     // null for what was not read
 };
 
 Checked checked(const std::string& file, const Rules& ignored) {
@@ -116,7 +120,9 @@ Checked checked(const std::string& file, const Rules& ignored) {
       checkEntries(file, description);
     }
     description.finishFindings();
-    return {std::move(description.findings), description.isManifest()};
+    return {std::move(description.findings), description.fileSize() == 0 ? nullptr
+                                             : description.isManifest()  ? "manifest"
+                                                                         : "project"};
   } catch (const Failure& failure) {
     return {{{{}, Rule::unreadable, failure.what()}}};
   }
@@ -152,27 +158,24 @@ bool isColored(const Options& options) {
 }
 
 // Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or
-// for each file one JSON object on a line. fileFailed when there is a finding that counts.
+// for each file one JSON object on a line. fileFailed when there is one.
 ExitStatus checkFiles(const Options& options) {
-  Rules ignored;
+  Rules ignored = options.errorsOnly ? Rules().set() : Rules();
   for (const std::string& name : options.ignored) {
     ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
   }
   const FindingPrinter printer(isColored(options));
   return forEachFile(options.files, [&](const std::string& file) {
-    const auto [findings, isManifest] = checked(file, ignored);
+    const auto [findings, kind] = checked(file, ignored);
     if (options.json) {
-      std::cout << '{' << jsonOfFile(file) << R"(,"kind":)" << json(isManifest ? "manifest" : "project")
+      std::cout << '{' << jsonOfFile(file) << (kind == nullptr ? "" : ",\"kind\":" + json(kind))
                 << ",\"findings\":" << json(findings) << "}\n";
     } else {
       for (const Finding& finding : findings) {
         printer.print(file, finding);
       }
     }
-    return std::ranges::all_of(findings,
-                               [&](const Finding& finding) { return options.errorsOnly && !isError(finding.rule); })
-               ? allGood
-               : fileFailed;
+    return findings.empty() ? allGood : fileFailed;
   });
 }
 
@@ -188,7 +191,7 @@ void addCheck(CommandLine& line) {
       .output(options->output)
       .flag("--json", options->json, "Print one JSON object for each file, on a line")
       .options("--ignore", options->ignored, "Do not warn by this rule; may be given several times", mistakeInIgnoring)
-      .flag("--errors-only", options->errorsOnly, "Let only errors count for the exit status")
+      .flag("--errors-only", options->errorsOnly, "Report errors only")
       .choice("--color", options->color, {"auto", "always", "never"},
               "Color severities and places; auto is on a terminal");
 }

@@ -6,6 +6,7 @@
 #include "io/input_file.h"
 #include "io/terminal_text.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -73,6 +74,8 @@ void warnOfOtherKind(const std::string& file, const Description& description, bo
   if (description.showsKind && description.isManifest() != asManifest) {
     report(file, asManifest ? "warning: this is a project description, which gives no entries"
                             : "warning: this is an archive manifest, of which nothing is checked");
+  } else if (!description.showsKind && std::ranges::count(description.findings, Rule::unknownElement, &Finding::rule)) {
+    report(file, "warning: this is neither an archive manifest nor a project description");
   }
 }
 

@@ -65,7 +65,7 @@ ExitStatus loadTree(const std::string& file, const char* path, bool (*build)(Tre
 // Prints what a function of the library dumps: it begins with a line end and does not end its last line.
 void printTree(const std::string& heading, const std::function<void()>& dump);
 
-// Reports that a description is of the other kind: it loads, without an entry.
+// Reports that a description is of the other kind, or of none: it loads, without an entry.
 void warnOfOtherKind(const std::string& file, const Description& description, bool asManifest);
 
 }  // namespace tool

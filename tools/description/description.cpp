@@ -36,7 +36,8 @@ std::string textOf(const NodeAttribute& attribute) {
 }  // namespace
 
 std::string placeOf(const std::string& file, const Place& place) {
-  return place.line == 0 ? file : file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+  return file + ':' + std::to_string(std::max<std::uint64_t>(place.line, 1)) + ':' +
+         std::to_string(std::max<std::uint64_t>(place.column, 1));
 }
 
 std::optional<std::string> Element::value(const AttributeKind& attribute) const {
@@ -95,7 +96,7 @@ bool Description::isWanted(Rule rule, const Spot& spot) {
     return false;
   }
   ++warnings;
-  if (warnings == most + 1) {
+  if (warnings == most + 1 && !ignoredRules.test(static_cast<std::size_t>(Rule::moreWarnings))) {
     findings.push_back({placeOf(spot), Rule::moreWarnings, "there are more warnings, which are not shown"});
   }
   return warnings <= most;
@@ -104,7 +105,7 @@ bool Description::isWanted(Rule rule, const Spot& spot) {
 void Description::finishFindings() {
   if (!hasErrors()) {
     suppressions.forEachUseless([&](const ParserPlace& place, const std::string& why) {
-      find(Rule::uselessIgnore, Spot{.token = Token::comment, .place = place, .attribute = {}, .suppressions = {}},
+      find(Rule::uselessIgnore, Spot{.token = Token::comment, .place = place, .attribute = {}, .suppressions = 0},
            [&] { return "the comment silences nothing: " + why; });
     });
   }

@@ -22,7 +22,7 @@
 
 namespace tool {
 
-// "FILE:LINE:COLUMN", or "FILE" when there is no place.
+// "FILE:LINE:COLUMN"; without a place, that of the file's start.
 std::string placeOf(const std::string& file, const Place& place);
 
 struct Finding {

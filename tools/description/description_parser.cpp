@@ -9,6 +9,7 @@
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLChar.hpp>
+#include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
@@ -16,6 +17,7 @@ namespace tool {
 namespace {
 
 using xercesc::XMLErrs;
+using xercesc::XMLExcepts;
 using xercesc::XMLString;
 
 constexpr std::size_t ignored = static_cast<std::size_t>(-1);
@@ -47,14 +49,14 @@ void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration,
   const bool hasPrefix = prefix != nullptr && *prefix != 0;
   const Spot tag = entities.empty() ? spot(Token::tag, place(), description.suppressions.takePending())
                                     : spot(Token::reference, place(), referenceSuppressions);
+  if (isRoot) {
+    description.suppressions.setWholeFile(tag.suppressions);
+  }
   const std::size_t element = take(
       tag, hasPrefix ? std::u16string(prefix) + u':' + declaration.getBaseName() : declaration.getBaseName(), isRoot);
   openElements.push_back({.element = element, .tag = tag});
   if (element != ignored) {
     takeAttributes(attributes, attributeCount);
-  if (isRoot) {
-    description.suppressions.setWholeFile(tag.suppressions);
-  }
   }
   DocumentParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
   if (element != ignored) {
@@ -126,25 +128,29 @@ void DescriptionParser::error(unsigned int code, const XMLCh* domain, ErrTypes t
   errorText = nullptr;
 }
 
-bool DescriptionParser::isReporting(unsigned int code) const {
-  return errorCode == code && XMLString::equals(errorDomain, xercesc::XMLUni::fgXMLErrDomain);
+bool DescriptionParser::isReporting(const XMLCh* domain, unsigned int code) const {
+  return errorCode == code && XMLString::equals(errorDomain, domain);
 }
 
 // What has another text than the parser library's is of a limit.
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
+  using xercesc::XMLUni;
   constexpr std::size_t longest = 1'000;
-  Spot at = spot(
-      Token::here,
-      {static_cast<std::uint32_t>(exception.getLineNumber()), static_cast<std::uint32_t>(exception.getColumnNumber())},
-      {});
+  const ParserPlace reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
+                                static_cast<std::uint32_t>(exception.getColumnNumber())};
+  Spot at = spot(Token::here, reported, 0);
   std::string message = textOf(std::u16string_view(exception.getMessage()).substr(0, longest));
   if (errorText == nullptr || !XMLString::equals(exception.getMessage(), errorText)) {
     rule = Rule::overLimit;
-  } else if (findBadByte(message)) {
+  } else if (isReporting(XMLUni::fgExceptDomain, XMLExcepts::Gen_CouldNotOpenDTD) ||
+             isReporting(XMLUni::fgExceptDomain, XMLExcepts::Gen_CouldNotOpenExtEntity)) {
+    rule = Rule::notLoadable;
+    message += "; nothing outside the file is read";
+  } else if (rule == Rule::notWellFormed && findWrongText(reported)) {
     return;
-  } else if (isReporting(XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
+  } else if (isReporting(XMLUni::fgXMLErrDomain, XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
     at = openElements.back().tag;
-  } else if (isReporting(XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
+  } else if (isReporting(XMLUni::fgXMLErrDomain, XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
     at.token = entities.empty() ? Token::insideTag : Token::reference;
     const Place start = description.placeOf(openElements.back().tag);
     message += "; it starts at " + std::to_string(start.line) + ':' + std::to_string(start.column);
@@ -152,14 +158,26 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.find(rule, description.placeOf(at), message);
 }
 
-// The parser's place for a byte that is not UTF-8 is where it began to read a stretch of the file.
-bool DescriptionParser::findBadByte(const std::string& message) {
-  const Place byte = message.starts_with("invalid byte") ? description.places.ofBadByte() : Place{};
+// What the parser notices late: its place for a byte that cannot be decoded is where it began to read a stretch of the
+// file; a quote that is not closed is found in what follows the value that was meant.
+bool DescriptionParser::findWrongText(const ParserPlace& at) {
+  TokenPlaces& places = description.places;
+  const Place byte = places.ofBadByte(at, XMLString::equals(errorDomain, xercesc::XMLUni::fgExceptDomain));
   if (byte.line != 0) {
-    description.find(Rule::badByte, byte,
-                     "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration");
+    description.find(
+        Rule::badByte, byte,
+        places.isUtf8()
+            ? "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration"
+            : "a byte that is not of the file's encoding");
+    return true;
   }
-  return byte.line != 0;
+  const TokenPlaces::Value value = entities.empty() ? places.unclosedValue(lastEnd, at) : TokenPlaces::Value();
+  if (!value.attribute.empty()) {
+    description.find(Rule::notWellFormed, value.place,
+                     "the value of " + inQuotes(textOf(value.attribute)) + " is not closed" +
+                         (value.hasMarkup ? ", or has a \"<\" that should be \"&lt;\"" : ""));
+  }
+  return !value.attribute.empty();
 }
 
 ParserPlace DescriptionParser::place() const {

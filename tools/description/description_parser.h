@@ -62,8 +62,8 @@ class DescriptionParser final : public jexxml::DocumentParser {
   };
 
   void report(Rule rule, const xercesc::SAXParseException& exception);
-  bool isReporting(unsigned int code) const;
-  bool findBadByte(const std::string& message);
+  bool isReporting(const XMLCh* domain, unsigned int code) const;
+  bool findWrongText(const ParserPlace& at);
   ParserPlace place() const;
   Spot spot(Token token, const ParserPlace& at, SuppressionGroup suppressions) const;
   std::size_t take(const Spot& tag, std::u16string_view name, bool isRoot);

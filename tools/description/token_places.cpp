@@ -1,13 +1,11 @@
 #include "description/token_places.h"
 
-#include <utf8.h>
 #include <xercesc/framework/XMLRecognizer.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
-#include <memory>
 
 namespace tool {
 namespace {
@@ -45,49 +43,60 @@ void TokenPlaces::setDeclaration(const XMLCh* encoding, bool isVersion11) {
   hasMoreLineEnds = isVersion11;
 }
 
-// Of a block with bytes that cannot be decoded, what stands before them is decoded a pair at a time.
-void TokenPlaces::decode() {
-  constexpr std::size_t pair = 2;
-  const auto transcoder = transcoderFor(file, declaredEncoding);
-  std::vector<unsigned char> sizes(blockLength);
-  std::size_t wanted = blockLength;
-  std::size_t done = 0;
-  bool goesOn = transcoder != nullptr;
-  while (goesOn && done < file.length) {
-    const std::size_t length = text.size();
-    text.resize(length + wanted);
-    XMLSize_t eaten = 0;
-    XMLSize_t got = 0;
-    try {
-      got = transcoder->transcodeFrom(bytesOf(file) + done, file.length - done, text.data() + length, wanted, eaten,
-                                      sizes.data());
-      goesOn = eaten != 0;
-    } catch (const xercesc::XMLException&) {
-      goesOn = wanted != pair;
-      wanted = pair;
-    }
-    text.resize(length + got);
-    done += eaten;
+// False where that cannot be done.
+bool TokenPlaces::decode(std::size_t wanted) {
+  const std::size_t length = text.size();
+  text.resize(length + wanted);
+  std::vector<unsigned char> sizes(wanted);
+  XMLSize_t eaten = 0;
+  XMLSize_t got = 0;
+  try {
+    got = transcoder->transcodeFrom(bytesOf(file) + decodedBytes, file.length - decodedBytes, text.data() + length,
+                                    wanted, eaten, sizes.data());
+  } catch (const xercesc::XMLException&) {
+    eaten = got = 0;
   }
-  if (text.starts_with(u'\uFEFF')) {
-    text.erase(0, 1);
-  }
+  text.resize(length + got);
+  decodedBytes += eaten;
+  return eaten != 0;
 }
 
-void TokenPlaces::index() {
-  Block block{.line = 1, .lineStart = 0, .pairs = 0};
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (i % blockLength == 0) {
-      blocks.push_back(block);
-    }
-    if (endsLine(i)) {
-      ++block.line;
-      block.lineStart = i + 1;
-    }
-    block.pairs += isLowSurrogate(text[i]) ? 1 : 0;
+// Of a block with bytes that cannot be decoded, what stands before them is decoded character by character. False at the
+// end of the text.
+bool TokenPlaces::decodeBlock() {
+  if (isDecoded) {
+    return false;
   }
-  if (text.size() % blockLength == 0) {
-    blocks.push_back(block);
+  if (transcoder == nullptr) {
+    transcoder = transcoderFor(file, declaredEncoding);
+  }
+  isDecoded = transcoder == nullptr || decodedBytes == file.length;
+  if (!isDecoded && !decode(blockLength)) {
+    while (decode(1) || decode(2)) {
+    }
+    isDecoded = true;
+  }
+  if (blocks.empty() && text.starts_with(u'\uFEFF')) {
+    text.erase(0, 1);
+  }
+  index();
+  return !isDecoded;
+}
+
+// Without the last unit while more may follow, which tells whether that one ends a line.
+void TokenPlaces::index() {
+  for (; indexed + (isDecoded ? 0 : 1) <= text.size(); ++indexed) {
+    if (indexed % blockLength == 0 && indexed / blockLength == blocks.size()) {
+      blocks.push_back(nextBlock);
+    }
+    if (indexed == text.size()) {
+      return;
+    }
+    if (endsLine(indexed)) {
+      ++nextBlock.line;
+      nextBlock.lineStart = indexed + 1;
+    }
+    nextBlock.pairs += isLowSurrogate(text[indexed]) ? 1 : 0;
   }
 }
 
@@ -137,13 +146,17 @@ Place TokenPlaces::placeAt(std::size_t offset) const {
   return {line, offset - lineStart - (pairsBefore(offset) - pairsBefore(lineStart)) + 1};
 }
 
-Place TokenPlaces::of(Token token, const ParserPlace& place, std::u16string_view name) {
-  if (!isDecoded) {
-    isDecoded = true;
-    decode();
-    index();
+// The offset of a place, with the unit behind it decoded.
+std::size_t TokenPlaces::decodeTo(const ParserPlace& place) {
+  std::size_t offset = offsetOf(place);
+  while ((offset == nowhere || offset + 1 >= text.size()) && decodeBlock()) {
+    offset = offsetOf(place);
   }
-  const std::size_t offset = offsetOf(place);
+  return offset == nowhere ? offsetOf(place) : offset;
+}
+
+Place TokenPlaces::of(Token token, const ParserPlace& place, std::u16string_view name) {
+  const std::size_t offset = decodeTo(place);
   if (offset == nowhere) {
     return {place.line, place.column};
   }
@@ -163,7 +176,8 @@ std::size_t TokenPlaces::startOf(Token token, std::size_t offset, std::u16string
     case Token::attribute:
       if (startOfTag(offset) != nowhere) {
         findAttributes();
-        const auto attribute = std::ranges::find(attributes, name, &Attribute::name);
+        const auto attribute = std::ranges::find(
+            attributes, name, [&](const Attribute& found) { return part(found.start, found.nameEnd); });
         return attribute == attributes.end() ? tagStart : attribute->start;
       }
       return nowhere;
@@ -190,44 +204,79 @@ std::size_t TokenPlaces::startOfTag(std::size_t end) {
 
 // Without effect when they are known.
 void TokenPlaces::findAttributes() {
-  const std::u16string_view tag = std::u16string_view(text).substr(tagStart, tagEnd - tagStart);
-  std::size_t i = attributes.empty() ? tag.find_first_of(u" \t\r\n/>") : nowhere;
-  while ((i = tag.find_first_not_of(spaces, i)) != nowhere && tag[i] != u'/' && tag[i] != u'>') {
-    const std::size_t nameEnd = tag.find_first_of(u" \t\r\n=", i);
-    const std::size_t quote = tag.find_first_of(u"\"'", nameEnd);
-    if (quote == nowhere) {
-      return;
-    }
-    attributes.push_back({tag.substr(i, nameEnd - i), tagStart + i});
-    i = tag.find(tag[quote], quote + 1);
-    i += i == nowhere ? 0 : 1;
+  std::size_t i = attributes.empty() ? text.find_first_of(u" \t\r\n/>", tagStart) : tagEnd;
+  for (auto attribute = attributeAt(i); i < tagEnd && attribute; attribute = attributeAt(i)) {
+    attributes.push_back(*attribute);
+    i = attribute->end == nowhere ? tagEnd : attribute->end + 1;
   }
 }
 
+std::u16string_view TokenPlaces::part(std::size_t start, std::size_t end) const {
+  return std::u16string_view(text).substr(start, end - start);
+}
+
+// The attribute at the offset in a tag, or behind the blanks there.
+std::optional<TokenPlaces::Attribute> TokenPlaces::attributeAt(std::size_t offset) const {
+  const std::size_t start = text.find_first_not_of(spaces, offset);
+  const std::size_t nameEnd = text.find_first_of(u" \t\r\n=<>/\"'", start);
+  const std::size_t quote = text.find_first_not_of(u" \t\r\n=", nameEnd);
+  if (start == nameEnd || quote == nowhere || (text[quote] != u'"' && text[quote] != u'\'')) {
+    return std::nullopt;
+  }
+  return Attribute{start, nameEnd, quote + 1, text.find(text[quote], quote + 1)};
+}
+
+TokenPlaces::Value TokenPlaces::unclosedValue(const ParserPlace& from, const ParserPlace& to) {
+  std::size_t last = decodeTo(to);
+  last = std::min(last, text.size());
+  std::size_t start = from.line == 0 ? 0 : std::min(offsetOf(from), last);
+  start = text.find(u'<', start - (start > 0 ? 1 : 0));  // the parser may be behind it
+  while (start < last) {
+    std::size_t i = text.find_first_of(u" \t\r\n<>/!?", start + 1);
+    for (auto found = i == start + 1 ? std::nullopt : attributeAt(i); found && found->start < last;
+         found = attributeAt(i)) {
+      const std::u16string_view value = part(found->value, found->end);
+      const bool hasMarkup = value.find(u'<') != nowhere;
+      i = found->end + 1;
+      const bool hasNext = value.find(u'=') != nowhere && text.find_first_of(u" \t\r\n>", i) != i &&
+                           text.compare(i, 2, u"/>") != 0;  // up to its quote
+      if (hasMarkup || found->end == nowhere || hasNext) {
+        return {part(found->start, found->nameEnd), placeAt(found->start), hasMarkup};
+      }
+    }
+    start = text.find(u'<', std::max(i, start + 1));
+  }
+  return {};
+}
+
 // Where the parser has sent the text before a reference, it is behind the '&'.
-std::size_t TokenPlaces::startOfText(std::size_t offset) const {
+std::size_t TokenPlaces::startOfText(std::size_t offset) {
   constexpr std::u16string_view cdata = u"<![CDATA[";
   if (offset > 0 && text[offset - 1] == u'&') {
     return offset - 1;
   }
   const std::u16string_view blanks = hasMoreLineEnds ? u" \t\r\n\u0085\u2028" : spaces;
-  const std::size_t start = text.find_first_not_of(blanks, offset);
-  return start != nowhere && text.compare(start, cdata.size(), cdata) == 0
-             ? text.find_first_not_of(blanks, start + cdata.size())
-             : start;
+  const auto behindBlanks = [&](std::size_t from) {
+    std::size_t start = text.find_first_not_of(blanks, from);
+    while (start == nowhere && decodeBlock()) {
+      start = text.find_first_not_of(blanks, from);
+    }
+    return start;
+  };
+  const std::size_t start = behindBlanks(offset);
+  return start != nowhere && text.compare(start, cdata.size(), cdata) == 0 ? behindBlanks(start + cdata.size()) : start;
 }
 
-Place TokenPlaces::ofBadByte() const {
-  const char* start = file.data;
-  const char* end = start + file.length;
-  const char* bad = utf8::find_invalid(start, end);
-  if (bad == end) {
-    return {};
+Place TokenPlaces::ofBadByte(const ParserPlace& at, bool isSoon) {
+  const std::size_t offset = decodeTo(at);
+  while (isSoon && decodeBlock()) {
   }
-  const std::string_view good(start, static_cast<std::size_t>(bad - start));
-  const std::string_view line = good.substr(good.rfind('\n') + 1);
-  return {static_cast<std::uint64_t>(std::ranges::count(good, '\n')) + 1,
-          static_cast<std::uint64_t>(utf8::distance(line.begin(), line.end())) + 1};
+  const bool isHere = offset == nowhere || offset + 1 >= text.size();
+  return isDecoded && decodedBytes < file.length && (isSoon || isHere) ? placeAt(text.size()) : Place{};
+}
+
+bool TokenPlaces::isUtf8() const {
+  return declaredEncoding.empty() || xercesc::XMLString::compareIString(declaredEncoding.c_str(), u"UTF-8") == 0;
 }
 
 }  // namespace tool

@@ -4,10 +4,13 @@
 
 #include <qzjexxml/kiv_byte_array.h>
 
+#include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +50,22 @@ class TokenPlaces {
   // The place of the token that the parser is at. Where it is not found, the parser's place. `name` is the attribute's.
   Place of(Token token, const ParserPlace& place, std::u16string_view name = {});
 
-  // The place of a byte that is not UTF-8, in a file that is; zeros when there is none.
-  Place ofBadByte() const;
+  // The place of a byte that cannot be decoded, at which the parser is, or which is soon to come; zeros when there is
+  // none.
+  Place ofBadByte(const ParserPlace& at, bool isSoon);
+
+  // Whether that byte is none of UTF-8.
+  bool isUtf8() const;
+
+  // An attribute whose value is not closed, or has markup in it, which no value may have.
+  struct Value {
+    std::u16string_view attribute;  // empty when there is none
+    Place place;
+    bool hasMarkup = false;
+  };
+
+  // The first one in the tags between two places.
+  Value unclosedValue(const ParserPlace& from, const ParserPlace& to);
 
  private:
   // Of the text at the start of a block.
@@ -59,26 +76,36 @@ class TokenPlaces {
   };
 
   struct Attribute {
-    std::u16string_view name;
     std::size_t start;
+    std::size_t nameEnd;
+    std::size_t value;
+    std::size_t end;  // of the value
   };
 
-  void decode();
+  bool decode(std::size_t wanted);
+  bool decodeBlock();
   void index();
+  std::size_t decodeTo(const ParserPlace& place);
+  std::u16string_view part(std::size_t start, std::size_t end) const;
+  std::optional<Attribute> attributeAt(std::size_t offset) const;
   bool endsLine(std::size_t offset) const;
   std::size_t offsetOf(const ParserPlace& place) const;
   std::size_t pairsBefore(std::size_t offset) const;
   Place placeAt(std::size_t offset) const;
   std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
   std::size_t startOfTag(std::size_t end);
-  std::size_t startOfText(std::size_t offset) const;
+  std::size_t startOfText(std::size_t offset);
   void findAttributes();
 
   const KIVByteArray& file;
   std::u16string declaredEncoding;
   bool hasMoreLineEnds = false;  // those of XML 1.1
+  std::unique_ptr<xercesc::XMLTranscoder> transcoder;
   bool isDecoded = false;
-  std::u16string text;  // decoded as the parser does, up to what cannot be
+  std::size_t decodedBytes = 0;
+  std::u16string text;  // decoded as the parser does, as far as somebody asked, and up to what cannot be
+  Block nextBlock{.line = 1, .lineStart = 0, .pairs = 0};
+  std::size_t indexed = 0;  // of the text; `nextBlock` is that of what follows
   std::vector<Block> blocks;
   std::size_t tagEnd = 0;  // of the tag that was asked for last
   std::size_t tagStart = 0;
