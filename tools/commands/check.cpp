@@ -4,8 +4,8 @@
 #include "commands/describing.h"
 #include "commands/each_file.h"
 #include "description/description.h"
+#include "description/description_json.h"
 #include "description/entries.h"
-#include "description/json_text.h"
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/quoting.h"
@@ -168,8 +168,14 @@ ExitStatus checkFiles(const Options& options) {
   return forEachFile(options.files, [&](const std::string& file) {
     const auto [findings, kind] = checked(file, ignored);
     if (options.json) {
-      std::cout << '{' << jsonOfFile(file) << (kind == nullptr ? "" : ",\"kind\":" + json(kind))
-                << ",\"findings\":" << json(findings) << "}\n";
+      JsonWriter json;
+      json.beginFile(file);
+      if (kind != nullptr) {
+        json.key("kind").text(kind);
+      }
+      json.key("findings");
+      write(json, findings);
+      json.endFile();
     } else {
       for (const Finding& finding : findings) {
         printer.print(file, finding);

@@ -1,7 +1,7 @@
 #include "commands/loading.h"
 
 #include "commands/each_file.h"
-#include "description/json_text.h"
+#include "description/description_json.h"
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/terminal_text.h"
@@ -18,7 +18,10 @@ void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
   if (errors.empty()) {  // whatever kept it from loading is not the parser's to say
     errors.push_back({{}, Rule::notLoadable, "cannot be loaded"});
   }
-  std::cout << '{' << jsonOfFile(file) << ",\"errors\":" << json(errors) << "}\n";
+  JsonWriter json;
+  json.beginFile(file).key("errors");
+  write(json, errors);
+  json.endFile();
 }
 
 }  // namespace

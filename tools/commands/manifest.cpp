@@ -2,7 +2,8 @@
 #include "commands/commands.h"
 #include "commands/describing.h"
 #include "commands/loading.h"
-#include "description/json_text.h"
+#include "commands/record_rows.h"
+#include "io/json_writer.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
 
@@ -11,53 +12,44 @@
 #include <iostream>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
 namespace tool {
 namespace {
 
-using Row = std::pair<std::string, std::string>;
-
-// The right side in one column, but not further right than a screen is wide.
-void printRows(std::string_view title, std::string_view separator, const std::vector<Row>& rows) {
-  constexpr std::size_t widest = 80;
-  std::size_t width = 0;
-  for (const auto& [left, right] : rows) {
-    const std::size_t columns = columnsOf(left);
-    width = columns > widest ? width : std::max(width, columns);
-  }
-  std::cout << title << '\n';
-  for (const auto& [left, right] : rows) {
-    std::cout << "  " << left << std::string(width - std::min(width, columnsOf(left)), ' ') << separator << right
-              << '\n';
-  }
-}
-
+// The values in one column, but not further right than a screen is wide.
 void printTable(const KIVData& record) {
-  std::vector<Row> macros;
-  for (const auto& [name, path] : record.rootMacros) {
-    macros.emplace_back(shown(name), shown(path));
-  }
-  printRows("root macros", " = ", macros);
-  std::vector<Row> files;
-  for (const auto& [source, entry] : record.fileMap) {
-    files.emplace_back(shown(source), shown(entry.target));
-  }
-  printRows("file map", " -> ", files);
-  std::cout << "search path\n";
-  for (const std::string& path : record.varnixPath) {
-    std::cout << "  " << shown(path) << '\n';
+  constexpr std::size_t widest = 80;
+  for (const Section& section : sections) {
+    std::size_t width = 0;
+    section.forEach(record, [&](const std::string& key, const std::string&) {
+      const std::size_t columns = section.separator == nullptr ? 0 : columnsOf(key, widest);
+      width = columns > widest ? width : std::max(width, columns);
+    });
+    std::cout << section.title << '\n';
+    section.forEach(record, [&](const std::string& key, const std::string& value) {
+      std::cout << "  " << shown(key);
+      if (section.separator != nullptr) {
+        std::cout << std::string(width - std::min(width, columnsOf(key, widest)), ' ') << section.separator
+                  << shown(value);
+      }
+      std::cout << '\n';
+    });
   }
 }
 
 void printJson(const std::string& file, const KIVData& record) {
-  std::cout << '{' << jsonOfFile(file) << ",\"rootMacros\":";
-  printObject(record.rootMacros, [](const std::string& path) { return path; });
-  std::cout << ",\"fileMap\":";
-  printObject(record.fileMap, [](const FileMapEntry& entry) { return entry.target; });
-  std::cout << ",\"varnixPath\":" << json(record.varnixPath) << "}\n";
+  JsonWriter json;
+  json.beginFile(file);
+  for (const Section& section : sections) {
+    json.key(section.member);
+    const bool isList = section.separator == nullptr;
+    isList ? json.beginArray() : json.beginObject();
+    section.forEach(record, [&](const std::string& key, const std::string& value) {
+      isList ? json.text(key) : json.key(key).text(value);
+    });
+    json.end();
+  }
+  json.endFile();
 }
 
 ExitStatus printManifest(const LoadOptions& options, const std::string& file, const char* path,

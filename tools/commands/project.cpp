@@ -2,10 +2,9 @@
 #include "commands/commands.h"
 #include "commands/describing.h"
 #include "commands/loading.h"
-#include "description/json_text.h"
+#include "description/description_json.h"
 #include "project/nox_dump.h"
 
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -24,9 +23,10 @@ ExitStatus printProject(const LoadOptions& options, const std::string& file, con
     const Description description(path);
     warnOfOtherKind(file, description, false);
     if (options.json) {
-      std::cout << '{' << jsonOfFile(file) << ",\"project\":";
-      printJson(description);
-      std::cout << "}\n";
+      JsonWriter json;
+      json.beginFile(file).key("project");
+      write(json, description);
+      json.endFile();
     }
   }
   return outcome;

@@ -1,5 +1,6 @@
 #include "io/terminal_text.h"
 
+#include <langinfo.h>
 #include <utf8.h>
 
 #include <algorithm>
@@ -11,8 +12,9 @@
 namespace tool {
 namespace {
 
-bool isPlain(std::string_view text) {
-  return std::ranges::all_of(text, [](char letter) { return letter >= ' ' && letter <= '~'; });
+std::size_t plainLength(std::string_view text) {
+  const auto* end = std::ranges::find_if(text, [](char letter) { return letter < ' ' || letter > '~'; });
+  return static_cast<std::size_t>(end - text.begin());
 }
 
 // What moves the cursor, begins a line, or turns the direction of writing.
@@ -27,11 +29,14 @@ struct Character {
   std::size_t length;  // in bytes
 };
 
-// By the locale's code page, or else by UTF-8; a byte of neither is shown as it is.
+// By UTF-8 where the locale has that or is "C", or else by its code page, and where that fails by UTF-8; a byte of
+// neither is shown as it is.
 Character firstOf(std::string_view text) {
+  static const std::string_view codeset = nl_langinfo(CODESET);
+  static const bool isUtf8 = codeset == "UTF-8" || codeset == "ANSI_X3.4-1968";
   wchar_t character = 0;
   std::mbstate_t state{};
-  const std::size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
+  const std::size_t length = isUtf8 ? 0 : std::mbrtowc(&character, text.data(), text.size(), &state);
   if (length != 0 && length <= text.size()) {
     return {static_cast<char32_t>(character), length};
   }
@@ -47,11 +52,14 @@ Character firstOf(std::string_view text) {
 }  // namespace
 
 std::string shown(std::string_view text) {
-  if (isPlain(text)) {
-    return std::string(text);
-  }
   std::string result;
-  while (!text.empty()) {
+  for (;;) {
+    const std::size_t plain = plainLength(text);
+    result += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) {
+      return result;
+    }
     const auto [code, length] = firstOf(text);
     if (isControl(code)) {
       std::array<char, 16> escape{};
@@ -62,20 +70,18 @@ std::string shown(std::string_view text) {
     }
     text.remove_prefix(length);
   }
-  return result;
 }
 
-std::size_t columnsOf(const std::string& text) {
-  if (isPlain(text)) {
+std::size_t columnsOf(const std::string& text, std::size_t most) {
+  constexpr std::size_t longest = 8;  // bytes for a column
+  if (text.size() > longest * most || plainLength(text) == text.size()) {
     return text.size();
   }
-  std::wstring wide(text.size(), L'\0');
-  const std::size_t length = mbstowcs(wide.data(), text.c_str(), wide.size());
+  const std::string safe = shown(text);
+  std::wstring wide(safe.size(), L'\0');
+  const std::size_t length = mbstowcs(wide.data(), safe.c_str(), wide.size());
   const int columns = length == static_cast<std::size_t>(-1) ? -1 : wcswidth(wide.c_str(), length);
-  if (columns >= 0) {
-    return static_cast<std::size_t>(columns);
-  }
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+  return static_cast<std::size_t>(columns >= 0 ? columns : std::ranges::count_if(safe, [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;  // not a continuation byte
   }));
 }

@@ -12,8 +12,9 @@ namespace tool {
 // cursor, begin a line or turn the direction of writing, as \u001B.
 std::string shown(std::string_view text);
 
-// How many columns of a terminal the text takes; where the locale does not know, a UTF-8 character takes one.
-std::size_t columnsOf(const std::string& text);
+// How many columns of a terminal the text takes as shown() gives it, or more than `most` for a long one; where the
+// locale does not know, a UTF-8 character takes one.
+std::size_t columnsOf(const std::string& text, std::size_t most);
 
 }  // namespace tool
 

@@ -1,0 +1,36 @@
+// JsonWriter: JSON on the standard output, piece by piece, since it may be large.
+#ifndef QZJEXXML_TOOLS_IO_JSON_WRITER_H
+#define QZJEXXML_TOOLS_IO_JSON_WRITER_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// What is not UTF-8 in a text becomes U+FFFD.
+class JsonWriter {
+ public:
+  JsonWriter& beginObject() { return begin('{', '}'); }
+  JsonWriter& beginArray() { return begin('[', ']'); }
+  JsonWriter& end();
+  JsonWriter& key(std::string_view name);
+  JsonWriter& text(std::string_view value);
+  JsonWriter& number(std::uint64_t value);
+
+  // Starts a line with the object of a file: "file", and for a name that is not UTF-8 also "fileBytes", the name with
+  // its bytes above 0x7F, and %, as %E9.
+  JsonWriter& beginFile(const std::string& name);
+  void endFile();
+
+ private:
+  JsonWriter& begin(char opening, char closing);
+  void separate();
+
+  std::string open;  // what ends the objects and arrays that are open
+  bool isFirst = true;
+};
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_IO_JSON_WRITER_H
