@@ -37,6 +37,29 @@ diff -a "$here/data/command.txt" transcript >&2 || fail 'to do what data/command
 env LOCPATH="$LOCALE_FOLDER" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 "${tool[@]}" manifest --json a.xml |
   cmp - <(qzjexxml manifest --json a.xml) || fail 'to write JSON in UTF-8 everywhere'
 
+# A change of any attribute is a difference: a description has all that its schema declares, an attribute on each line.
+for kind in manifest project; do
+  awk -F '"' '{ line[NR] = $0; name[NR] = $2; depth[NR] = match($0, "[^ ]") }
+    END {
+      for (i = 1; i <= NR; ++i) {
+        if (line[i] ~ /<xs:element /) {
+          print "<" name[i]
+          for (k = i + 1; depth[k] > depth[i]; ++k) {
+            if (depth[k] == depth[i] + 4 && line[k] ~ /<xs:attribute /) print name[k] "=\"v\""
+          }
+          print ">"
+          open[depth[i]] = name[i]
+        }
+        if (line[i] ~ /<\/xs:element>/) print "</" open[depth[i]] ">"
+      }
+    }' "$here/../share/$kind.xsd" >all.xml
+  [ "$(grep -c '="v"' all.xml)" = "$(grep -c '<xs:attribute ' "$here/../share/$kind.xsd")" ] || fail "to change all of $kind"
+  while IFS=: read -r number attribute; do
+    sed "$number s/\"v\"/\"w\"/" all.xml | qzjexxml diff all.xml - >difference && fail "to compare $attribute"
+    grep -q . difference || fail "to show $attribute"
+  done < <(grep -n '="v"' all.xml)
+done
+
 # A pipe that nobody reads.
 { qzjexxml manifest a.xml 2>err || echo $? >status; } | :
 if [ "$(cat status)" != 141 ] || [ -s err ]; then fail 'to end quietly on a closed pipe'; fi

@@ -1,10 +1,12 @@
 #include "commands/comparison.h"
 
+#include "commands/record_rows.h"
 #include "io/quoting.h"
 #include "io/terminal_text.h"
 
+#include <algorithm>
 #include <iostream>
-#include <string_view>
+#include <utility>
 
 namespace tool {
 namespace {
@@ -25,105 +27,131 @@ std::string attributesOf(const Element& element, Which which, bool areCut = fals
   return text;
 }
 
-// The names of the elements above and of its own, without the root element's, each behind a blank.
+// The names of the elements above and of its own, without the root element's, each before a blank.
 std::string pathTo(const Element& element, const Description& description) {
   const Element& parent = description.elements[element.parent];
-  return &parent == &element ? "" : pathTo(parent, description) + ' ' + element.kind->name;
+  return &parent == &element ? "" : pathTo(parent, description) + element.kind->name + ' ';
+}
+
+std::string ordinal(std::size_t number) {
+  const std::size_t last = number % 100 / 10 == 1 ? 0 : number % 10;
+  return std::to_string(number) + (last == 1 ? "st" : last == 2 ? "nd" : last == 3 ? "rd" : "th");
 }
 
 }  // namespace
 
-Comparison::Side& Comparison::start() {
-  if (sides.empty()) {
-    parents.emplace("", 0);
-    shownParents.emplace_back();
-  }
-  return sides.emplace_back();
-}
-
-Comparison::Name Comparison::add(Side& side, Name name, const std::string& value) {
-  const int time = ++side.times[name];
-  if (time > 1) {
-    name.own += ", time " + std::to_string(time);
-  }
-  side.values.emplace(name, value);
-  return name;
-}
-
-void Comparison::add(const KIVData& record) {
-  Side& side = start();
-  ordered = "search path";
-  for (const auto& [name, path] : record.rootMacros) {
-    add(side, {0, " root macro " + name}, " = " + path);
-  }
-  for (const auto& [source, entry] : record.fileMap) {
-    add(side, {0, " file " + source}, " -> " + entry.target);
-  }
-  for (const std::string& path : record.varnixPath) {
-    side.order.push_back(add(side, {0, " search path " + path}, ""));
-  }
-}
-
-void Comparison::add(const Description& description) {
-  Side& side = start();
-  ordered = "elements";
-  std::vector<std::size_t> numbers(description.elements.size(), 0);  // of the elements as parents; 0 where not known
-  for (const Element& element : description.elements) {
-    const bool isRoot = &element == &description.elements.front();
-    const std::string required = attributesOf(element, Which::required);
-    const std::string others = attributesOf(element, Which::others);
-    if (required.empty() && others.empty()) {
-      continue;
-    }
-    std::size_t& number = numbers[element.parent];
-    if (number == 0 && !isRoot) {
-      number = numberOf(description.elements[element.parent], description);
-    }
-    side.order.push_back(
-        add(side, {isRoot ? 0 : number, (isRoot ? " root element" : ' ' + element.kind->name) + required}, others));
-  }
-}
-
-std::size_t Comparison::numberOf(const Element& parent, const Description& description) {
-  const std::string path = pathTo(parent, description);
-  if (path.empty()) {  // the root element
-    return 0;
-  }
-  const auto [place, isNew] = parents.emplace(path + attributesOf(parent, Which::all), shownParents.size());
+std::size_t Comparison::groupOf(const std::string& id, const Group& group) {
+  const auto [place, isNew] = groupNumbers.emplace(id, groups.size());
   if (isNew) {
-    shownParents.push_back(path + attributesOf(parent, Which::all, true));
+    groups.push_back(group);
   }
   return place->second;
 }
 
-void Comparison::printLine(char sign, const Name& name, const std::string& value) const {
-  std::cout << sign << shown(shownParents[name.parent] + name.own + value) << '\n';
+void Comparison::add(Side side, Record record) {
+  Rows& rows = sides.at(static_cast<std::size_t>(side));
+  rows.record = std::move(record);
+  for (const Section& section : sections) {
+    const bool isOrdered = section.separator == nullptr;
+    const std::string name = section.row + std::string(" ");
+    const std::size_t group = groupOf(name, {name, isOrdered ? "" : section.separator});
+    section.forEach(*rows.record, [&](const std::string& key, const std::string& value) {
+      rows.rows.push_back({group, key, isOrdered ? std::string_view() : std::string_view(value)});
+    });
+  }
 }
 
-bool Comparison::print() const {
-  const auto& before = sides.front().values;
-  const auto& after = sides.back().values;
-  bool differ = false;
-  for (const auto& [name, value] : after) {
-    const auto old = before.find(name);
-    if (old == before.end()) {
-      printLine('+', name, value);
-    } else if (old->second != value) {
-      printLine('!', name, old->second + ", now" + value);
+void Comparison::add(Side side, const Description& description) {
+  Rows& rows = sides.at(static_cast<std::size_t>(side));
+  constexpr auto unknown = static_cast<std::size_t>(-1);
+  std::vector<std::size_t> groupsIn(description.elements.size(), unknown);  // by the parent
+  for (const Element& element : description.elements) {
+    if (description.isManifest() && element.parent != 0) {
+      continue;
     }
-    differ |= old == before.end() || old->second != value;
+    const bool isRoot = &element == &description.elements.front();
+    const std::string required = attributesOf(element, Which::required);
+    std::string others = attributesOf(element, Which::others);
+    if (required.empty() && others.empty()) {
+      continue;
+    }
+    std::size_t& group = groupsIn[element.parent];
+    if (group == unknown) {
+      group = groupIn(description.elements[element.parent], description);
+    }
+    const std::string& key = rows.texts.emplace_back((isRoot ? "root element" : element.kind->name) + required);
+    rows.rows.push_back({group, key, rows.texts.emplace_back(std::move(others))});
   }
-  for (const auto& [name, value] : before) {
-    if (!after.contains(name)) {
-      printLine('-', name, value);
+}
+
+std::size_t Comparison::groupIn(const Element& parent, const Description& description) {
+  const std::string path = pathTo(parent, description);
+  const std::string name = path.substr(0, path.size() - (path.empty() ? 0 : 1));
+  return path.empty() ? groupOf("", {})  // the root element
+                      : groupOf(name + attributesOf(parent, Which::all),
+                                {name + attributesOf(parent, Which::all, true) + ' ', ""});
+}
+
+// By their names. Numbers those of one key.
+std::vector<const Comparison::Row*> Comparison::ordered(Rows& side) {
+  const auto key = [](const Row* row) { return std::tie(row->group, row->key); };
+  std::vector<Row*> rows;
+  rows.reserve(side.rows.size());
+  for (Row& row : side.rows) {
+    rows.push_back(&row);
+  }
+  if (!std::ranges::is_sorted(rows, {}, key)) {
+    std::ranges::stable_sort(rows, {}, key);
+  }
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    rows[i]->number = key(rows[i - 1]) == key(rows[i]) ? rows[i - 1]->number + 1 : 1;
+  }
+  return {rows.begin(), rows.end()};
+}
+
+void Comparison::printLine(char sign, const Row& row, std::string_view newValue) const {
+  const Group& group = groups[row.group];
+  std::cout << sign << ' ' << shown(group.name) << shown(row.key);
+  if (row.number > 1) {
+    std::cout << " (" << ordinal(row.number) << ')';
+  }
+  std::cout << group.separator << shown(row.value);
+  if (sign == '!') {
+    std::cout << ", now" << group.separator << shown(newValue);
+  }
+  std::cout << '\n';
+}
+
+bool Comparison::print() {
+  const std::vector<const Row*> before = ordered(sides[0]);
+  const std::vector<const Row*> after = ordered(sides[1]);
+  bool differ = false;
+  std::vector<const Row*> removed;
+  auto old = before.begin();
+  for (const Row* row : after) {
+    for (; old != before.end() && (*old)->name() < row->name(); ++old) {
+      removed.push_back(*old);
+    }
+    const bool isNew = old == before.end() || (*old)->name() != row->name();
+    if (isNew || (*old)->value != row->value) {
+      isNew ? printLine('+', *row, {}) : printLine('!', **old, row->value);
       differ = true;
     }
+    old += isNew ? 0 : 1;
   }
-  if (!differ && sides.front().order != sides.back().order) {
-    std::cout << "! " << ordered << " in another order\n";
-    differ = true;
+  removed.insert(removed.end(), old, before.end());
+  for (const Row* row : removed) {
+    printLine('-', *row, {});
   }
-  return differ;
+  differ |= !removed.empty();
+  if (differ) {
+    return true;
+  }
+  const auto place = std::ranges::mismatch(sides[0].rows, sides[1].rows, {}, &Row::name, &Row::name).in2;
+  if (place != sides[1].rows.end()) {
+    std::cout << "! " << shown(groups[place->group].name) << shown(place->key) << " in another order\n";
+  }
+  return place != sides[1].rows.end();
 }
 
 }  // namespace tool

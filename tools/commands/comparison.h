@@ -2,13 +2,15 @@
 #ifndef QZJEXXML_TOOLS_COMMANDS_COMPARISON_H
 #define QZJEXXML_TOOLS_COMMANDS_COMPARISON_H
 
+#include "commands/loading.h"
 #include "description/description.h"
 
-#include <qzjexxml/kiv_data.h>
-
+#include <array>
 #include <cstddef>
+#include <deque>
 #include <map>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -17,41 +19,49 @@ namespace tool {
 // Of two descriptions of one kind.
 class Comparison {
  public:
-  // Adds the entries of a manifest's record.
-  void add(const KIVData& record);
+  enum class Side { before, after };
 
-  // Adds the elements of a project: each is named by its parent's attributes and those that it is required to have.
-  void add(const Description& description);
+  // Adds the rows of a manifest's record.
+  void add(Side side, Record record);
 
-  // Once two are added: prints a line for each value that was added (+) or removed (-), or is another (!), or one line
-  // when only their order is. Returns whether there is a difference.
-  bool print() const;
+  // Adds the elements of a project, each named by its parent's attributes and those that it is required to have; of a
+  // manifest, those whose attributes are not in its record.
+  void add(Side side, const Description& description);
+
+  // Prints a line for each value that was added (+) or removed (-), or is another (!), or one line when only their
+  // order is. Returns whether there is a difference.
+  bool print();
 
  private:
-  // Texts begin with a blank. The parent is a number, so that a long one costs nothing for each child.
-  struct Name {
-    bool operator==(const Name&) const = default;
-    bool operator<(const Name& other) const { return std::tie(parent, own) < std::tie(other.parent, other.own); }
-
-    std::size_t parent;
-    std::string own;
+  // What the name of a row begins with, and what stands between its name and its value.
+  struct Group {
+    std::string name;
+    const char* separator = "";
   };
 
-  struct Side {
-    std::map<Name, std::string> values;
-    std::map<Name, int> times;  // that a name was given
-    std::vector<Name> order;    // of those whose order counts
+  struct Row {
+    auto name() const { return std::tie(group, key, number); }
+
+    std::size_t group;
+    std::string_view key;
+    std::string_view value;
+    std::size_t number = 1;  // among those with this key
   };
 
-  Side& start();
-  static Name add(Side& side, Name name, const std::string& value);
-  std::size_t numberOf(const Element& parent, const Description& description);
-  void printLine(char sign, const Name& name, const std::string& value) const;
+  struct Rows {
+    Record record;  // the rows refer to its texts, or to these
+    std::deque<std::string> texts;
+    std::vector<Row> rows;
+  };
 
-  std::vector<Side> sides;
-  std::map<std::string, std::size_t> parents;
-  std::vector<std::string> shownParents;  // by their numbers
-  std::string ordered;                    // what has an order
+  std::size_t groupOf(const std::string& id, const Group& group);
+  std::size_t groupIn(const Element& parent, const Description& description);
+  static std::vector<const Row*> ordered(Rows& side);
+  void printLine(char sign, const Row& row, std::string_view newValue) const;
+
+  std::array<Rows, 2> sides;
+  std::map<std::string, std::size_t> groupNumbers;
+  std::vector<Group> groups;
 };
 
 }  // namespace tool

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace tool {
 namespace {
@@ -24,57 +25,38 @@ struct Options {
 
 enum class Kind { either, manifest, project };
 
-// One of the two files, loaded.
-struct Loaded {
-  explicit Loaded(const std::string& file) : input(file) {}
-
-  InputFile input;
-  Record record;
-  Kind kind = Kind::either;
-};
-
-ExitStatus load(const std::string& file, std::unique_ptr<Loaded>& loaded) {
+// Adds what is compared of a file. The description is gone when the record is loaded.
+ExitStatus load(const std::string& file, Comparison::Side side, Comparison& comparison, Kind& kind) {
   return forEachFile({file}, [&](const std::string&) {
-    loaded = std::make_unique<Loaded>(file);
-    const ExitStatus outcome = loadRecord(file, loaded->input.path(), loaded->record);
-    if (outcome != allGood) {
-      return outcome;
+    const InputFile input(file);
+    if (const Description description(input.path()); !description.hasErrors()) {
+      kind = !description.showsKind ? Kind::either : description.isManifest() ? Kind::manifest : Kind::project;
+      comparison.add(side, description);
     }
-    if (!isEmpty(*loaded->record)) {
-      loaded->kind = Kind::manifest;
-      return allGood;
+    Record record;
+    const ExitStatus outcome = kind == Kind::project ? allGood : loadRecord(file, input.path(), record);
+    if (record != nullptr) {
+      comparison.add(side, std::move(record));
     }
-    const Description description(loaded->input.path());
-    if (description.showsKind) {
-      loaded->kind = description.isManifest() ? Kind::manifest : Kind::project;
-    }
-    return allGood;
+    return outcome;
   });
 }
 
 // Prints a line for each value that was added (+) or removed (-), or is another (!). Returns differ when there is one,
 // and wrongUsage, as diff(1) does, when a file does not load or one is of the other kind.
 ExitStatus diffFiles(const Options& options) {
-  std::unique_ptr<Loaded> before;
-  std::unique_ptr<Loaded> after;
-  const ExitStatus first = load(options.oldFile, before);
-  const ExitStatus second = load(options.newFile, after);
+  Comparison comparison;
+  Kind before = Kind::either;
+  Kind after = Kind::either;
+  const ExitStatus first = load(options.oldFile, Comparison::Side::before, comparison, before);
+  const ExitStatus second = load(options.newFile, Comparison::Side::after, comparison, after);
   if (first != allGood || second != allGood) {
     return wrongUsage;
   }
-  if (before->kind != after->kind && before->kind != Kind::either && after->kind != Kind::either) {
-    report(options.newFile, after->kind == Kind::project ? "is a project description, and the other file a manifest"
-                                                         : "is a manifest, and the other file a project description");
+  if (before != after && before != Kind::either && after != Kind::either) {
+    report(options.newFile, after == Kind::project ? "is a project description, and the other file a manifest"
+                                                   : "is a manifest, and the other file a project description");
     return wrongUsage;
-  }
-  const bool areProjects = before->kind == Kind::project || after->kind == Kind::project;
-  Comparison comparison;
-  for (const auto* side : {before.get(), after.get()}) {
-    if (areProjects) {
-      comparison.add(Description(side->input.path()));
-    } else {
-      comparison.add(*side->record);
-    }
   }
   return finishOutput(comparison.print() ? differ : allGood);
 }
