@@ -6,15 +6,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iostream>
 #include <new>
 
 namespace tool {
+
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command) {
   ExitStatus status = allGood;
-  Progress progress(files.size());
   for (std::size_t i = 0; i < files.size(); ++i) {
-    progress.show(i + 1, files[i]);
+    showProgress(i + 1, files.size(), files[i]);
     try {
       status = std::max(status, command(files[i]));
     } catch (const Failure& failure) {
@@ -22,7 +23,8 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
     } catch (const std::bad_alloc&) {
       status = std::max(status, report(files[i], "there is not enough memory"));
     }
-    progress.clear();
+    std::cout.flush();  // a terminal shows each file when it is done
+    clearProgress();
   }
   return finishOutput(status);
 }

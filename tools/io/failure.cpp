@@ -1,5 +1,6 @@
 #include "io/failure.h"
 
+#include "io/progress.h"
 #include "io/terminal_text.h"
 
 #include <cerrno>
@@ -13,6 +14,7 @@ Failure Failure::ofSystem(const std::string& text, const std::string& name) {
 }
 
 ExitStatus report(const std::string& subject, const std::string& text, const std::string& details) {
+  clearProgress();
   std::cerr << "qzjexxml: " << shown(subject) << ": " << shown(text) << '\n' << details << std::flush;
   return fileFailed;
 }

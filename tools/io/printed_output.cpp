@@ -3,6 +3,7 @@
 #include "io/descriptor.h"
 #include "io/failure.h"
 #include "io/file_identity.h"
+#include "io/progress.h"
 #include "io/safe_output.h"
 
 #include <cerrno>
@@ -59,6 +60,9 @@ PrintedOutput::int_type PrintedOutput::overflow(int_type letter) {
 }
 
 int PrintedOutput::sync() {
+  if (pptr() != pbase()) {
+    clearProgress();
+  }
   if (error == 0 && !writeAll(descriptor, {pbase(), static_cast<std::size_t>(pptr() - pbase())})) {
     error = errno;
   }
