@@ -59,7 +59,7 @@ void checkTarget(const Entry& entry, Description& description) {
 void checkSharedTargets(const std::string& file, const std::vector<Entry>& entries, Description& description) {
   std::vector<const Entry*> files;
   for (const Entry& entry : entries) {
-    if (entry.isFile && entry.counts()) {
+    if (entry.isFile() && entry.counts()) {
       files.push_back(&entry);
     }
   }
@@ -83,11 +83,15 @@ void checkEntries(const std::string& file, Description& description) {
   for (const Entry& entry : entries) {
     if (entry.overrides != nullptr && !entry.key.empty()) {
       description.find(Rule::overriddenEntry, entry.element->tag(), [&] {
-        return (entry.isFile ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
+        return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
                placeOf(file, description, *entry.overrides);
       });
     }
-    entry.isFile ? checkTarget(entry, description) : checkPath(entry, description);
+    if (entry.isFile()) {
+      checkTarget(entry, description);
+    } else if (entry.kind == Entry::Kind::rootMacro) {
+      checkPath(entry, description);
+    }
   }
   checkSharedTargets(file, entries, description);
 }

@@ -40,8 +40,8 @@ void printOther(const char* relation, const Entry* other, const std::string& fil
   }
 }
 
-// Prints where the entries stand that set a file (by its source or target) or a root macro (by its name), how they are
-// composed, and which of them override which.
+// Prints where the entries stand that set a file (by its source or target), a root macro (by its name) or a search
+// path, how they are composed, and which of them override which.
 ExitStatus explainEntry(const std::string& file, const std::string& key) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
@@ -52,11 +52,14 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
     }
     bool found = false;
     for (const Entry& entry : entries) {
-      if (entry.key != key && !(entry.isFile && entry.value == key)) {
+      if (entry.key != key && !(entry.isFile() && entry.value == key)) {
         continue;
       }
       std::cout << shown(placeOf(file, description.placeOf(entry.element->tag())) + ": " + entry.key +
-                         (entry.isFile ? " -> " : " = ") + entry.value)
+                         (entry.isFile()                         ? " -> "
+                          : entry.kind == Entry::Kind::rootMacro ? " = "
+                                                                 : "") +
+                         entry.value)
                 << '\n';
       printComposition(*entry.element, description.elements[entry.element->parent]);
       printOther("overrides", entry.overrides, file, description);

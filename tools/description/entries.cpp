@@ -35,7 +35,7 @@ bool isRefused(Description& description) {
 Entry fileOf(const Element& element, const std::string& rootPath) {
   const auto [folder, file, newFolder, newFile] =
       element.values({"dir_name", "file_name", "dir_rename", "file_rename"});
-  return {&element, true, join(join(rootPath, folder), file),
+  return {&element, Entry::Kind::file, join(join(rootPath, folder), file),
           join(newFolder.empty() ? folder : newFolder, newFile.empty() ? file : newFile)};
 }
 
@@ -45,12 +45,12 @@ void findOverridden(std::vector<Entry>& entries) {
   for (Entry& entry : entries) {
     ordered.push_back(&entry);
   }
-  const auto key = [](const Entry* entry) { return std::tie(entry->isFile, entry->key); };
+  const auto key = [](const Entry* entry) { return std::tie(entry->kind, entry->key); };
   if (!std::ranges::is_sorted(ordered, {}, key)) {
     std::ranges::stable_sort(ordered, {}, key);
   }
   for (std::size_t i = 1; i < ordered.size(); ++i) {
-    if (key(ordered[i - 1]) == key(ordered[i])) {
+    if (ordered[i]->kind != Entry::Kind::searchPath && key(ordered[i - 1]) == key(ordered[i])) {
       ordered[i]->overrides = ordered[i - 1];
       ordered[i - 1]->overriddenBy = ordered[i];
     }
@@ -69,7 +69,9 @@ std::vector<Entry> entriesOf(Description& description) {
   for (const Element& element : description.elements) {
     const Element& parent = description.elements[element.parent];
     if (parent.kind->name == "rootmacro") {
-      entries.push_back({&element, false, element["name"], element["abspath"]});
+      entries.push_back({&element, Entry::Kind::rootMacro, element["name"], element["abspath"]});
+    } else if (parent.kind->name == "varnixpath" || parent.kind->name == "addpath") {
+      entries.push_back({&element, Entry::Kind::searchPath, element["path"], {}});
     } else if (parent.kind->name == "root") {
       if (&parent != root) {
         root = &parent;

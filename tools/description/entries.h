@@ -9,20 +9,23 @@
 
 namespace tool {
 
-// A root macro or a file, of either kind of description.
+// Of either kind of description.
 struct Entry {
+  enum class Kind { rootMacro, file, searchPath };
+
   bool counts() const { return overriddenBy == nullptr; }
+  bool isFile() const { return kind == Kind::file; }
 
   const Element* element;
-  bool isFile;
-  std::string key;    // the macro's name, or the source
-  std::string value;  // its path, or the target
+  Kind kind;
+  std::string key;    // the macro's name, the source, or the path
+  std::string value;  // the macro's path, or the target
   const Entry* overrides = nullptr;
   const Entry* overriddenBy = nullptr;
 };
 
-// In document order. Of entries with one key each overrides the one before. Where a load refuses them there are none,
-// and a finding. Valid while the description is unchanged. REQUIRES: the description has no errors.
+// In document order. Of root macros or files with one key each overrides the one before. Where a load refuses them
+// there are none, and a finding. Valid while the description is unchanged. REQUIRES: the description has no errors.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool
