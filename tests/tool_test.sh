@@ -18,6 +18,14 @@ fail() {
 
 qzjexxml() { "${tool[@]}" "$@"; }
 
+# shellcheck disable=SC2317 # called in data/command.txt
+completions() { # WORD...: what bash offers for the last one
+  . "$here/../share/completions/qzjexxml.bash"
+  COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
+  _qzjexxml
+  echo "${COMPREPLY[@]}"
+}
+
 while IFS= read -r line; do
   case $line in
     '$ '*)
@@ -65,7 +73,7 @@ done
 if [ "$(cat status)" != 141 ] || [ -s err ]; then fail 'to end quietly on a closed pipe'; fi
 
 # The completions and the man page know all of each command.
-for command in $(qzjexxml --help | sed '1,/^Subcommands/d; s/^  \([a-z]*\).*/\1/'); do
+for command in $(qzjexxml --help | sed -n '/^Subcommands/,/^$/s/^  \([a-z]*\).*/\1/p'); do
   for word in "$command" $(qzjexxml help "$command" | grep -oE -- '--[a-z-]+' | cut -c3-); do
     for file in share/completions/{qzjexxml.bash,_qzjexxml,qzjexxml.fish} docs/man/qzjexxml.1; do
       grep -qw -- "$word" <(sed 's/\\//g' "$here/../$file") || fail "to have $word in $file"
@@ -74,13 +82,9 @@ for command in $(qzjexxml --help | sed '1,/^Subcommands/d; s/^  \([a-z]*\).*/\1/
 done
 
 # The documents have the rules and the messages of the code, and no others.
-diff <(sed -n '/names = {/,/};/p' "$here/../tools/description/rules.cpp" | grep -oP '"\K[a-z-]+' | sort) \
-  <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sort) >&2 || fail 'to document the rules'
-for file in qzjexxml.bash _qzjexxml qzjexxml.fish; do
-  while read -r rule; do
-    grep -q "[( ']${rule}[ )']" "$here/../share/completions/$file" || fail "to complete $rule in $file"
-  done < <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md" | sed 1,/loadable/d)
-done
+qzjexxml rules | cut -d ' ' -f 1 >names
+diff names <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md") >&2 || fail 'to document the rules'
+sed 's/\\//g' "$here/../docs/man/qzjexxml.1" | grep -owFf names | sort -u | diff - <(sort names) >&2 || fail 'to list the rules'
 sed 's/\\"/"/g' "$here"/../tools/*/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
 perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:]report)\((.*?)\);|const char\* \w+ =([^;(]*);/gs) {

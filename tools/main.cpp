@@ -29,7 +29,8 @@ int main(int argc, char* argv[]) {
   const PrintedOutput standard("standard output", STDOUT_FILENO);
   try {
     CommandLine line;
-    for (const auto add : {addManifest, addProject, addCheck, addDiff, addExplain, addEncrypt, addDecrypt, addVerify}) {
+    for (const auto add :
+         {addManifest, addProject, addCheck, addRules, addDiff, addExplain, addEncrypt, addDecrypt, addVerify}) {
       add(line);
     }
     return line.run({argv + 1, argv + argc});

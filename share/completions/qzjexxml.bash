@@ -2,7 +2,7 @@
 _qzjexxml() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} options
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify help --help --version' -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W 'manifest project check rules diff explain encrypt decrypt verify help --help --version' -- "$word")
     return
   fi
   case ${COMP_WORDS[1]} in
@@ -10,11 +10,16 @@ _qzjexxml() {
     check) options='--json --ignore --errors-only --color --output --help' ;;
     diff | explain) options='--output --help' ;;
     encrypt | decrypt) options='--force --output --passphrase-file --help' ;;
+    rules) mapfile -t COMPREPLY < <(compgen -W "$(qzjexxml rules | cut -d ' ' -f 1) --help" -- "$word") && return ;;
     verify) options='--passphrase-file --help' ;;
-    help) mapfile -t COMPREPLY < <(compgen -W 'manifest project check diff explain encrypt decrypt verify' -- "$word") && return ;;
+    help) mapfile -t COMPREPLY < <(compgen -W 'manifest project check rules diff explain encrypt decrypt verify' -- "$word") && return ;;
+  esac
+  case $word$before in # --color=auto is three words
+    =*) word='' ;;
+    *=) before=${COMP_WORDS[COMP_CWORD - 2]} ;;
   esac
   case $before in
-    --ignore) mapfile -t COMPREPLY < <(compgen -W 'unknown-element entity-element unknown-attribute missing-attribute empty-attribute ignored-text overridden-entry shared-target stray-target relative-path wrong-type useless-ignore more-warnings' -- "$word") && return ;;
+    --ignore) mapfile -t COMPREPLY < <(compgen -W "$(qzjexxml rules | sed -n 's/ *warning .*//p')" -- "$word") && return ;;
     --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$word") && return ;;
   esac
   if [[ $word == -* && $before != --passphrase-file && $before != --output && $before != -o ]]; then

@@ -194,15 +194,17 @@ ExitStatus checkFiles(const Options& options) {
 void addCheck(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
+           "check --ignore stray-target manifest.xml",
            [options] {
              return describe(options->output, options->files, options->json, [&] { return checkFiles(*options); });
            })
       .files(options->files)
       .output(options->output)
       .flag("--json", options->json, "Print one JSON object for each file, on a line")
-      .options("--ignore", options->ignored, "Do not warn by this rule; may be given several times", mistakeInIgnoring)
+      .options("--ignore", options->ignored, "RULE", "Do not warn by this rule; may be given several times",
+               mistakeInIgnoring)
       .flag("--errors-only", options->errorsOnly, "Report errors only")
-      .choice("--color", options->color, {"auto", "always", "never"},
+      .choice("--color", options->color, "WHEN", {"auto", "always", "never"},
               "Color severities and places; auto is on a terminal");
 }
 

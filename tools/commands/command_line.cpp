@@ -17,12 +17,20 @@
 namespace tool {
 
 Command& Command::argument(const char* name, std::string& value, const char* text) {
-  app->add_option(name, value, text)->required();
+  app->add_option(name, value, text)->required()->type_name("");
+  return *this;
+}
+
+Command& Command::optional(const char* name, std::string& value, const char* text,
+                           std::string (*mistakeIn)(std::string_view value)) {
+  app->add_option(name, value, text)->type_name("")->check([mistakeIn](const std::string& given) {
+    return mistakeIn(given);
+  });
   return *this;
 }
 
 Command& Command::files(std::vector<std::string>& names) {
-  app->add_option("FILE", names, "The files")->required();
+  app->add_option("FILE", names, "The files; - is the standard input")->required()->type_name("");
   return *this;
 }
 
@@ -31,34 +39,33 @@ Command& Command::flag(const char* name, bool& value, const char* text) {
   return *this;
 }
 
-Command& Command::option(const char* name, std::string& value, const char* text) {
-  app->add_option(name, value, text);
-  return *this;
-}
-
-Command& Command::options(const char* name, std::vector<std::string>& values, const char* text,
+Command& Command::options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
                           std::string (*mistakeIn)(std::string_view value)) {
-  app->add_option(name, values, text)->allow_extra_args(false)->check([mistakeIn](const std::string& value) {
-    return mistakeIn(value);
-  });
+  app->add_option(name, values, text)
+      ->type_name(placeholder)
+      ->allow_extra_args(false)
+      ->check([mistakeIn](const std::string& value) { return mistakeIn(value); });
   return *this;
 }
 
-Command& Command::choice(const char* name, std::string& value, const std::vector<std::string>& choices,
-                         const char* text) {
-  app->add_option(name, value, text)->check(CLI::IsMember(choices));
+Command& Command::choice(const char* name, std::string& value, const char* placeholder,
+                         const std::vector<std::string>& choices, const char* text) {
+  app->add_option(name, value, text)->type_name(placeholder)->check(CLI::IsMember(choices));
   return *this;
 }
 
 Command& Command::output(std::string& file) {
   app->add_option("-o,--output", file, "Write to this file, wholly or not at all; - is the standard output")
+      ->type_name("OUT")
       ->check([](const std::string& name) { return std::string(name.empty() ? "is an empty name" : ""); });
   return *this;
 }
 
 Command& Command::passphraseFile(std::string& file) {
-  return option("--passphrase-file", file,
-                "Take the passphrase from the first line of this file; - is the standard input");
+  app->add_option("--passphrase-file", file,
+                  "Take the passphrase from the first line of this file; - is the standard input")
+      ->type_name("F");
+  return *this;
 }
 
 Command& Command::excludes(const char* name, const char* other) {
@@ -72,12 +79,20 @@ CommandLine::CommandLine()
   app->set_version_flag("-V,--version", std::string("qzjexxml ") + release + ", interface " + libqzjexxml_version +
                                             " of " + libqzjexxml_build_date);
   app->require_subcommand(1);
+  app->get_formatter()->label("REQUIRED", "");
+  app->get_formatter()->column_width(26);
+  app->footer(
+      "Exit status: 0 all good; 1 a file failed, check found something, or diff a difference; 2 wrong usage.\n"
+      "What the rules of check mean: qzjexxml rules. The manual: qzjexxml(1).");
+  add("help", "Show the help of a command", "help check", nullptr);  // which run() does
 }
 
 CommandLine::~CommandLine() = default;
 
-Command CommandLine::add(const char* name, const char* text, const std::function<ExitStatus()>& command) {
+Command CommandLine::add(const char* name, const char* text, const char* example,
+                         const std::function<ExitStatus()>& command) {
   CLI::App* added = app->add_subcommand(name, text);
+  added->footer(std::string("Example: qzjexxml ") + example + '\n' + app->get_footer());
   added->callback([this, command] { status = command(); });
   return Command(*added);
 }
@@ -92,6 +107,9 @@ std::string CommandLine::mistakeIn(const std::string& argument) const {
     for (const std::string& name : option->get_lnames()) {
       names.push_back("--" + name);
     }
+  }
+  if (isOption && command.get_option_no_throw(argument) != nullptr) {
+    return "options follow the command: qzjexxml " + command.get_name() + ' ' + argument;
   }
   if (isOption) {
     return command.get_name() + " has no option " + inQuotes(argument) +

@@ -25,11 +25,14 @@ class Command {
   Command& argument(const char* name, std::string& value, const char* text);
   Command& files(std::vector<std::string>& names);
   Command& flag(const char* name, bool& value, const char* text);
-  Command& option(const char* name, std::string& value, const char* text);
-  // May be given several times. `mistakeIn` says what is wrong with a value, or nothing.
-  Command& options(const char* name, std::vector<std::string>& values, const char* text,
+  // `mistakeIn` says what is wrong with a value, or nothing.
+  Command& optional(const char* name, std::string& value, const char* text,
+                    std::string (*mistakeIn)(std::string_view value));
+  // May be given several times.
+  Command& options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
                    std::string (*mistakeIn)(std::string_view value));
-  Command& choice(const char* name, std::string& value, const std::vector<std::string>& choices, const char* text);
+  Command& choice(const char* name, std::string& value, const char* placeholder,
+                  const std::vector<std::string>& choices, const char* text);
   Command& output(std::string& file);
   Command& passphraseFile(std::string& file);
   Command& excludes(const char* name, const char* other);
@@ -45,7 +48,8 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  Command add(const char* name, const char* text, const std::function<ExitStatus()>& command);
+  // `example` are arguments.
+  Command add(const char* name, const char* text, const char* example, const std::function<ExitStatus()>& command);
 
   // Runs the command that is asked for. Wrong usage is reported.
   ExitStatus run(std::vector<std::string> arguments);

@@ -9,6 +9,7 @@ class CommandLine;
 void addManifest(CommandLine& line);
 void addProject(CommandLine& line);
 void addCheck(CommandLine& line);
+void addRules(CommandLine& line);
 void addDiff(CommandLine& line);
 void addExplain(CommandLine& line);
 void addEncrypt(CommandLine& line);

@@ -47,7 +47,8 @@ ExitStatus decryptFile(const Options& options) {
 
 void addDecrypt(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("decrypt", "Decrypt a file", [options] { return decryptFile(*options); })
+  line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc",
+           [options] { return decryptFile(*options); })
       .argument("FILE", options->file, "The file")
       .flag("--force", options->force, "Replace what exists")
       .output(options->output)

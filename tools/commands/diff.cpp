@@ -65,7 +65,7 @@ ExitStatus diffFiles(const Options& options) {
 
 void addDiff(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("diff", "Compare two manifests, or two project descriptions",
+  line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml",
            [options]() -> ExitStatus {
              try {
                return describe(options->output, {options->oldFile, options->newFile}, false,

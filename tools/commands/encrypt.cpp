@@ -121,7 +121,8 @@ ExitStatus encryptFiles(const Options& options) {
 
 void addEncrypt(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("encrypt", "Encrypt files, each into the .enc file beside it", [options] { return encryptFiles(*options); })
+  line.add("encrypt", "Encrypt files, each into the .enc file beside it", "encrypt manifest.xml",
+           [options] { return encryptFiles(*options); })
       .files(options->files)
       .flag("--force", options->force, "Replace what exists")
       .output(options->output)

@@ -85,13 +85,13 @@ struct Options {
 
 void addExplain(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("explain", "Say where a root macro or file of a description is set",
+  line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME",
            [options] {
              return describe(options->output, {options->file}, false,
                              [&] { return explainEntry(options->file, options->key); });
            })
       .argument("FILE", options->file, "The description")
-      .argument("KEY", options->key, "The root macro's name; the file's source or target")
+      .argument("KEY", options->key, "The name of a root macro; the source or target of a file; a search path")
       .output(options->output);
 }
 

@@ -80,7 +80,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
 
 void addManifest(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
-  options->addTo(line.add("manifest", "Print archive manifests", [options] {
+  options->addTo(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml", [options] {
     return describe(options->output, options->files, options->json, [&] {
       return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
         return printManifest(*options, file, path, heading);

@@ -36,13 +36,15 @@ ExitStatus printProject(const LoadOptions& options, const std::string& file, con
 
 void addProject(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
-  options->addTo(line.add("project", "Check project descriptions", [options] {
-    return describe(options->output, options->files, options->json, [&] {
-      return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
-        return printProject(*options, file, path, heading);
-      });
-    });
-  }));
+  options->addTo(line.add("project", "Load project descriptions, and print them with --json or --tree",
+                          "project --tree project.xml", [options] {
+                            return describe(options->output, options->files, options->json, [&] {
+                              return forEachDescription(
+                                  *options, [&](const std::string& file, const char* path, const std::string& heading) {
+                                    return printProject(*options, file, path, heading);
+                                  });
+                            });
+                          }));
 }
 
 }  // namespace tool

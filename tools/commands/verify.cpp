@@ -36,7 +36,7 @@ struct Options {
 
 void addVerify(CommandLine& line) {
   const auto options = std::make_shared<Options>();
-  line.add("verify", "Check that files decrypt",
+  line.add("verify", "Check that files decrypt", "verify manifest.enc",
            [options] { return verifyFiles(options->files, options->passphraseFile); })
       .files(options->files)
       .passphraseFile(options->passphraseFile);

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace tool {
 namespace {
@@ -28,13 +27,13 @@ std::optional<Rule> ruleNamed(std::string_view name) {
   return place == names.end() ? std::nullopt : std::optional(static_cast<Rule>(place - names.begin()));
 }
 
+std::string mistakeInRule(std::string_view name) {
+  return ruleNamed(name) ? "" : "there is no rule " + inQuotes(name) + suggestion(name, {names.begin(), names.end()});
+}
+
 std::string mistakeInIgnoring(std::string_view name) {
   const std::optional<Rule> rule = ruleNamed(name);
-  if (!rule) {
-    return "there is no rule " + inQuotes(name) +
-           suggestion(name, std::vector<std::string_view>(names.begin(), names.end()));
-  }
-  return isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : "";
+  return rule && isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : mistakeInRule(name);
 }
 
 }  // namespace tool

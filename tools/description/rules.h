@@ -44,7 +44,8 @@ bool isError(Rule rule);
 // None when no rule has the name.
 std::optional<Rule> ruleNamed(std::string_view name);
 
-// Why a name is not that of a rule that can be silenced; empty when it is.
+// Why a name is not that of a rule, or of one that can be silenced; empty when it is.
+std::string mistakeInRule(std::string_view name);
 std::string mistakeInIgnoring(std::string_view name);
 
 }  // namespace tool

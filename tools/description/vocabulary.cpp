@@ -1,7 +1,7 @@
 #include "description/vocabulary.h"
 
-#include "schemas.h"
 #include "text/lcp_text.h"
+#include "texts.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>

@@ -1,0 +1,57 @@
+// qzjexxml rules: what check reports.
+#include "description/rules.h"
+
+#include "commands/command_line.h"
+#include "commands/commands.h"
+#include "io/printed_output.h"
+#include "texts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tool {
+namespace {
+
+// The paragraph of the rule in docs/mistakes.md.
+std::string_view paragraphOf(Rule rule) {
+  const std::string start = std::string("\n**") + nameOf(rule) + "**: ";
+  const std::string_view text = std::string_view(mistakesText);
+  const std::size_t begin = text.find(start) + start.size();
+  return text.substr(begin, text.find("\n\n", begin) - begin);
+}
+
+std::string firstSentence(std::string_view paragraph) {
+  std::string text = std::string(paragraph) + ' ';
+  std::ranges::replace(text, '\n', ' ');
+  return text.substr(0, text.find(". "));
+}
+
+// Prints a line for each rule, or what the document says of one.
+ExitStatus printRules(const std::string& name) {
+  if (!name.empty()) {
+    std::cout << paragraphOf(*ruleNamed(name)) << '\n';
+    return finishOutput(allGood);
+  }
+  for (std::size_t i = 0; i < Rules().size(); ++i) {
+    const auto rule = static_cast<Rule>(i);
+    std::cout << std::left << std::setw(19) << nameOf(rule) << (isError(rule) ? "error    " : "warning  ")
+              << firstSentence(paragraphOf(rule)) << '\n';
+  }
+  return finishOutput(allGood);
+}
+
+}  // namespace
+
+void addRules(CommandLine& line) {
+  const auto name = std::make_shared<std::string>();
+  line.add("rules", "List the rules of check, or explain one", "rules stray-target",
+           [name] { return printRules(*name); })
+      .optional("NAME", *name, "The rule", mistakeInRule);
+}
+
+}  // namespace tool
