@@ -16,7 +16,10 @@ fail() {
   failures=$((failures + 1))
 }
 
-qzjexxml() { "${tool[@]}" "$@"; }
+mkdir bin
+printf '#!/bin/sh\nexec %s "$@"\n' "${tool[*]}" >bin/qzjexxml
+chmod +x bin/qzjexxml
+PATH=$PWD/bin:$PATH
 
 # shellcheck disable=SC2317 # called in data/command.txt
 completions() { # WORD...: what bash offers for the last one
@@ -42,7 +45,7 @@ done <"$here/data/command.txt" >transcript
 diff -a "$here/data/command.txt" transcript >&2 || fail 'to do what data/command.txt says'
 
 # The C library does not free its own copy of LOCPATH.
-env LOCPATH="$LOCALE_FOLDER" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 "${tool[@]}" manifest --json a.xml |
+env LOCPATH="$LOCALE_FOLDER" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 qzjexxml manifest --json a.xml |
   cmp - <(qzjexxml manifest --json a.xml) || fail 'to write JSON in UTF-8 everywhere'
 
 # A change of any attribute is a difference: a description has all that its schema declares, an attribute on each line.
@@ -67,6 +70,19 @@ for kind in manifest project; do
     grep -q . difference || fail "to show $attribute"
   done < <(grep -n '="v"' all.xml)
 done
+
+# The recipe for git: a manifest, a project, a file that does not load, and one whose comment alone changes.
+if command -v git >/dev/null; then
+  git init -q repository && cd repository
+  eval "$(grep '^git config' "$here/../docs/mistakes.md")"
+  echo '*.xml diff=description' >.gitattributes
+  cp ../{manifest,project,bad,b}.xml . && git add . && git -c user.name=t -c user.email=t@example.org commit -qm m
+  sed -i 's/version="2.1"/version="2.2"/' manifest.xml project.xml
+  echo '<!-- -->' | tee -a bad.xml >>b.xml
+  git diff >../difference || fail 'to let git show differences'
+  cd ..
+  [ "$(grep -cE '^! root element .*, now .*2\.2|^\+<!-- -->' difference)" = 4 ] || fail "to show git's differences: $(cat difference)"
+fi
 
 # A pipe that nobody reads.
 { qzjexxml manifest a.xml 2>err || echo $? >status; } | :
@@ -98,7 +114,7 @@ for _ in {1..4}; do qzjexxml encrypt --force --passphrase-file pw a.xml >/dev/nu
 wait
 qzjexxml verify --passphrase-file pw a.enc >/dev/null || fail 'to encrypt four times at once'
 for signal in TERM QUIT XFSZ; do
-  env --default-signal=QUIT "${tool[@]}" encrypt -o signalled --passphrase-file pw a.xml >/dev/null 2>&1 &
+  env --default-signal=QUIT qzjexxml encrypt -o signalled --passphrase-file pw a.xml >/dev/null 2>&1 &
   for _ in {1..1000}; do
     compgen -G 'signalled.??????' >/dev/null && break
     sleep 0.01
@@ -117,7 +133,7 @@ answer() { # PROMPT TEXT: waits for the prompt
   echo "$2"
 }
 : >typescript
-{ answer 'Passphrase: ' pw && answer again pw2; } | timeout 60 script -qfec "${tool[*]} encrypt -o p b.xml" typescript >prompts || true
+{ answer 'Passphrase: ' pw && answer again pw2; } | timeout 60 script -qfec "qzjexxml encrypt -o p b.xml" typescript >prompts || true
 if [ "$(tr -d '\r' <prompts)" != 'Passphrase: 
 Passphrase again: 
 qzjexxml: passphrase: the passphrases differ' ]; then
@@ -125,7 +141,7 @@ qzjexxml: passphrase: the passphrases differ' ]; then
 fi
 files=$(printf 'b.xml %.0s' {1..50})
 for no in '' 1; do
-  TERM=xterm NO_COLOR=$no script -qec "${tool[*]} check --color=auto $files mistakes.xml" /dev/null </dev/null >"shown$no" || true
+  TERM=xterm NO_COLOR=$no script -qec "qzjexxml check --color=auto $files mistakes.xml" /dev/null </dev/null >"shown$no" || true
 done
 if ! grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[1;35mwarning:\e[m its type' shown ||
   ! grep -qF $'\e[Kmistakes.xml:2:4: warning: its type' shown1; then
