@@ -132,25 +132,15 @@ Checked checked(const std::string& file, const Rules& ignored) {
   }
 }
 
-// In colors, or not.
-class FindingPrinter {
- public:
-  explicit FindingPrinter(bool colored) : isColored(colored) {}
-
-  void print(const std::string& file, const Finding& finding) const {
-    const bool error = isError(finding.rule);
-    std::cout << in("1", shown(placeOf(file, finding.place)) + ':') << ' '
-              << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
-              << nameOf(finding.rule) << "]\n";
-  }
-
- private:
-  std::string in(const char* color, const std::string& text) const {
+void print(const std::string& file, const Finding& finding, bool isColored) {
+  const auto in = [&](const char* color, const std::string& text) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
-  }
-
-  bool isColored;
-};
+  };
+  const bool error = isError(finding.rule);
+  std::cout << in("1", shown(placeOf(file, finding.place)) + ':') << ' '
+            << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
+            << nameOf(finding.rule) << "]\n";
+}
 
 // On a terminal, unless the user's environment says no.
 bool isColored(const Options& options) {
@@ -168,7 +158,7 @@ ExitStatus checkFiles(const Options& options) {
   for (const std::string& name : options.ignored) {
     ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
   }
-  const FindingPrinter printer(isColored(options));
+  const bool inColors = isColored(options);
   return forEachFile(options.files, [&](const std::string& file) {
     const auto [findings, kind] = checked(file, ignored);
     if (options.json) {
@@ -182,7 +172,7 @@ ExitStatus checkFiles(const Options& options) {
       json.endFile();
     } else {
       for (const Finding& finding : findings) {
-        printer.print(file, finding);
+        print(file, finding, inColors);
       }
     }
     return findings.empty() ? allGood : fileFailed;

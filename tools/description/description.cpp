@@ -89,9 +89,6 @@ void Description::parse() {
 // Silenced first, so that what a comment silences counts as used whatever else is ignored.
 bool Description::isWanted(Rule rule, const Spot& spot) {
   constexpr std::size_t most = 1'000;
-  if (isError(rule)) {
-    return true;
-  }
   if (suppressions.silence(spot.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {
     return false;
   }
@@ -117,8 +114,8 @@ bool Description::hasErrors() const {
   return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
 }
 
-std::uint64_t Description::memoryLeft() const { return parser == nullptr ? 0 : parser->memoryLeft(); }
+std::uint64_t Description::memoryLeft() const { return parser->memoryLeft(); }
 
-xercesc::DOMNode* Description::document() const { return parser == nullptr ? nullptr : parser->document(); }
+xercesc::DOMNode* Description::document() const { return parser->document(); }
 
 }  // namespace tool

@@ -69,7 +69,7 @@ class Description {
   Description& operator=(const Description&) = delete;
   ~Description();
 
-  // Adds a finding, unless it is silenced; of warnings, a thousand. `textOf` gives its text.
+  // Adds a warning, unless it is silenced; of a file, a thousand. `textOf` gives its text.
   void find(Rule rule, const Spot& spot, const auto& textOf) {
     if (isWanted(rule, spot)) {
       findings.push_back({places.of(spot.token, spot.place, spot.attribute), rule, textOf()});
@@ -86,7 +86,7 @@ class Description {
   bool isManifest() const { return root == &manifestVocabulary(); }
   bool hasErrors() const;
 
-  // The document; of use where there are no errors.
+  // The document. REQUIRES: there are no errors.
   xercesc::DOMNode* document() const;
   std::uint32_t fileSize() const { return bytes.length; }
   std::uint64_t memoryLeft() const;  // by the document; 0 without one

@@ -216,7 +216,7 @@ std::size_t DescriptionParser::take(const Spot& tag, std::u16string_view name, b
 const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_view name) {
   Element& element = description.elements[parent];
   const ElementKind* kind = element.kind->child(name);
-  if (parent == 0 && kind == nullptr && description.elements.size() == 1) {
+  if (kind == nullptr && description.elements.size() == 1) {
     kind = otherVocabulary(*description.root).child(name);
     if (kind != nullptr) {
       element.kind = description.root = &otherVocabulary(*description.root);
@@ -235,7 +235,7 @@ void DescriptionParser::takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAt
     const AttributeKind* known = kind.attribute(name);
     if (known != nullptr) {
       values[static_cast<std::size_t>(known - kind.attributes.data())] = attributes.elementAt(i)->getValue();
-      if (description.elements.size() == 1 && name == u"type") {
+      if (name == u"type") {  // which the root element alone has
         takeType(attributes.elementAt(i)->getValue());
       }
     } else if (!isForOthers(name)) {

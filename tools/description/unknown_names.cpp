@@ -47,7 +47,7 @@ std::string textOf(std::u16string_view text) {
 std::string unknownElement(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
   std::string hint;
   addParents(root, name, "the root element", hint);
-  if (hint.empty() && otherVocabulary(root).child(name) != nullptr) {
+  if (otherVocabulary(root).child(name) != nullptr) {
     hint = &root == &manifestVocabulary() ? "; it belongs in a project description"
                                           : "; it belongs in an archive manifest";
   }

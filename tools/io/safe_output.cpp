@@ -99,10 +99,6 @@ SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
     output = open(target.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, mode);
   } else {
     temporary = target + ".XXXXXX";
-    if (temporary.size() >= pending.size()) {
-      errno = ENAMETOOLONG;
-      throw Failure::ofSystem(notWritten, name);
-    }
     removeAtSignals();
     const SignalsWait wait;
     output = mkostemp(temporary.data(), O_CLOEXEC);
