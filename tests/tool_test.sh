@@ -103,7 +103,7 @@ diff names <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md") >&2 || fail 
 sed 's/\\//g' "$here/../docs/man/qzjexxml.1" | grep -owFf names | sort -u | diff - <(sort names) >&2 || fail 'to list the rules'
 sed 's/\\"/"/g' "$here"/../tools/*/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
-perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:]report)\((.*?)\);|const char\* \w+ =([^;(]*);/gs) {
+perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:.]report)\((?!Rule)(.*?)\);|const char\* \w+ =([^;(]*);/gs) {
   my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*/*.cpp >said
 while IFS= read -r text; do grep -qF -- "$text" documented || fail "to document \"$text\""; done <said
 cut -d '|' -f 2 documented | grep -oP '\x60[^\x60]*\x60' | sed -E 's/\x60//g; s/^qzjexxml: //; s/^(FILE|OUT|passphrase|standard output): //; s/("KEY"|"\.\.\."|: \.\.\.|OUT|F: \.\.\.)$//; s/^\.\.\. //' >texts

@@ -34,15 +34,15 @@ struct Options {
   std::string color = "auto";
 };
 
-std::string placeOf(const std::string& file, Description& description, const Entry& entry) {
-  return placeOf(file, description.placeOf(entry.element->tag()));
+std::string positionOf(const std::string& file, Description& description, const Entry& entry) {
+  return positionOf(file, description.positionOf(entry.element->tag()));
 }
 
 void checkPath(const Entry& entry, Description& description) {
   const Element& element = *entry.element;
   if (!entry.value.empty() && !entry.value.starts_with('/')) {
-    description.find(Rule::relativePath, element.attribute(*element.kind->attribute("abspath")),
-                     [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
+    description.report(Rule::relativePath, element.attribute(*element.kind->attribute("abspath")),
+                       [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
   }
 }
 
@@ -50,8 +50,8 @@ void checkPath(const Entry& entry, Description& description) {
 void checkTarget(const Entry& entry, Description& description) {
   if ((entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
       ("/" + entry.value + "/").find("/../") != std::string::npos) {
-    description.find(Rule::strayTarget, entry.element->tag(),
-                     [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
+    description.report(Rule::strayTarget, entry.element->tag(),
+                       [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
   }
 }
 
@@ -69,9 +69,9 @@ void checkSharedTargets(const std::string& file, const std::vector<Entry>& entri
   for (std::size_t i = 1; i < files.size(); ++i) {
     const Entry& other = *files[i - 1];
     if (files[i]->value == other.value) {
-      description.find(Rule::sharedTarget, files[i]->element->tag(), [&] {
+      description.report(Rule::sharedTarget, files[i]->element->tag(), [&] {
         return "target " + inQuotes(other.value) + " is that of " + inQuotes(other.key) + " too, at " +
-               placeOf(file, description, other);
+               positionOf(file, description, other);
       });
     }
   }
@@ -82,9 +82,9 @@ void checkEntries(const std::string& file, Description& description) {
   const std::vector<Entry> entries = entriesOf(description);
   for (const Entry& entry : entries) {
     if (entry.overrides != nullptr && !entry.key.empty()) {
-      description.find(Rule::overriddenEntry, entry.element->tag(), [&] {
+      description.report(Rule::overriddenEntry, entry.element->tag(), [&] {
         return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
-               placeOf(file, description, *entry.overrides);
+               positionOf(file, description, *entry.overrides);
       });
     }
     if (entry.isFile()) {
@@ -101,7 +101,7 @@ void checkType(Description& description) {
   const std::string type = root["type"];
   const std::vector<std::string_view> types = {"archive", "project"};
   if (!type.empty() && type != types[description.isManifest() ? 0 : 1]) {
-    description.find(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
+    description.report(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
       return "its type is " + inQuotes(type) +
              (type != types[description.isManifest() ? 1 : 0] ? ", which no description has" + suggestion(type, types)
               : description.isManifest()                      ? ", but the content is that of an archive manifest"
@@ -111,7 +111,7 @@ void checkType(Description& description) {
 }
 
 struct Checked {
-  std::vector<Finding> findings;  // in the order of their places
+  std::vector<Finding> findings;  // in the order of their positions
   const char* kind = nullptr;     // null for what was not read
 };
 
@@ -137,7 +137,7 @@ void print(const std::string& file, const Finding& finding, bool isColored) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
   };
   const bool error = isError(finding.rule);
-  std::cout << in("1", shown(placeOf(file, finding.place)) + ':') << ' '
+  std::cout << in("1", shown(positionOf(file, finding.position)) + ':') << ' '
             << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
             << nameOf(finding.rule) << "]\n";
 }
@@ -195,7 +195,7 @@ void addCheck(CommandLine& line) {
                mistakeInIgnoring)
       .flag("--errors-only", options->errorsOnly, "Report errors only")
       .choice("--color", options->color, "WHEN", {"auto", "always", "never"},
-              "Color severities and places; auto is on a terminal");
+              "Color severities and positions; auto is on a terminal");
 }
 
 }  // namespace tool

@@ -41,11 +41,11 @@ std::string ordinal(std::size_t number) {
 }  // namespace
 
 std::size_t Comparison::groupOf(const std::string& id, const Group& group) {
-  const auto [place, isNew] = groupNumbers.emplace(id, groups.size());
+  const auto [found, isNew] = groupNumbers.emplace(id, groups.size());
   if (isNew) {
     groups.push_back(group);
   }
-  return place->second;
+  return found->second;
 }
 
 void Comparison::add(Side side, Record record) {
@@ -147,11 +147,11 @@ bool Comparison::print() {
   if (differ) {
     return true;
   }
-  const auto place = std::ranges::mismatch(sides[0].rows, sides[1].rows, {}, &Row::name, &Row::name).in2;
-  if (place != sides[1].rows.end()) {
-    std::cout << "! " << shown(groups[place->group].name) << shown(place->key) << " in another order\n";
+  const auto moved = std::ranges::mismatch(sides[0].rows, sides[1].rows, {}, &Row::name, &Row::name).in2;
+  if (moved != sides[1].rows.end()) {
+    std::cout << "! " << shown(groups[moved->group].name) << shown(moved->key) << " in another order\n";
   }
-  return place != sides[1].rows.end();
+  return moved != sides[1].rows.end();
 }
 
 }  // namespace tool

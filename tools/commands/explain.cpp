@@ -36,7 +36,8 @@ void printComposition(const Element& element, const Element& parent) {
 
 void printOther(const char* relation, const Entry* other, const std::string& file, Description& description) {
   if (other != nullptr) {
-    std::cout << "  " << relation << ' ' << shown(placeOf(file, description.placeOf(other->element->tag()))) << '\n';
+    std::cout << "  " << relation << ' ' << shown(positionOf(file, description.positionOf(other->element->tag())))
+              << '\n';
   }
 }
 
@@ -55,7 +56,7 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
       if (entry.key != key && !(entry.isFile() && entry.value == key)) {
         continue;
       }
-      std::cout << shown(placeOf(file, description.placeOf(entry.element->tag())) + ": " + entry.key +
+      std::cout << shown(positionOf(file, description.positionOf(entry.element->tag())) + ": " + entry.key +
                          (entry.isFile()                         ? " -> "
                           : entry.kind == Entry::Kind::rootMacro ? " = "
                                                                  : "") +

@@ -35,9 +35,9 @@ std::string textOf(const NodeAttribute& attribute) {
 
 }  // namespace
 
-std::string placeOf(const std::string& file, const Place& place) {
-  return file + ':' + std::to_string(std::max<std::uint64_t>(place.line, 1)) + ':' +
-         std::to_string(std::max<std::uint64_t>(place.column, 1));
+std::string positionOf(const std::string& file, const Position& position) {
+  return file + ':' + std::to_string(std::max<std::uint64_t>(position.line, 1)) + ':' +
+         std::to_string(std::max<std::uint64_t>(position.column, 1));
 }
 
 std::optional<std::string> Element::value(const AttributeKind& attribute) const {
@@ -64,7 +64,7 @@ Description::Description(const char* path, const Rules& ignored) : ignoredRules(
   if (wasRead) {
     parse();
   } else {
-    find(Rule::unreadable, Place{}, diagnostics.substr(0, diagnostics.find('\n')));
+    report(Rule::unreadable, Position{}, diagnostics.substr(0, diagnostics.find('\n')));
   }
 }
 
@@ -78,36 +78,37 @@ void Description::parse() {
     parser->parse(source);
   } catch (const jexxml::DocumentRefused&) {  // which was reported
   } catch (const xercesc::XMLException& exception) {
-    find(Rule::notLoadable, Place{}, std::string(jexxml::LcpText(exception.getMessage()).view()));
+    report(Rule::notLoadable, Position{}, std::string(jexxml::LcpText(exception.getMessage()).view()));
   } catch (const xercesc::DOMException& exception) {
-    find(Rule::notLoadable, Place{}, "DOMException code: " + std::to_string(exception.code));
+    report(Rule::notLoadable, Position{}, "DOMException code: " + std::to_string(exception.code));
   } catch (const xercesc::OutOfMemoryException&) {
     throw std::bad_alloc();
   }
 }
 
 // Silenced first, so that what a comment silences counts as used whatever else is ignored.
-bool Description::isWanted(Rule rule, const Spot& spot) {
+bool Description::isWanted(Rule rule, const Anchor& anchor) {
   constexpr std::size_t most = 1'000;
-  if (suppressions.silence(spot.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {
+  if (suppressions.silence(anchor.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {
     return false;
   }
   ++warnings;
   if (warnings == most + 1 && !ignoredRules.test(static_cast<std::size_t>(Rule::moreWarnings))) {
-    findings.push_back({placeOf(spot), Rule::moreWarnings, "there are more warnings, which are not shown"});
+    findings.push_back({positionOf(anchor), Rule::moreWarnings, "there are more warnings, which are not shown"});
   }
   return warnings <= most;
 }
 
 void Description::finishFindings() {
   if (!hasErrors()) {
-    suppressions.forEachUseless([&](const ParserPlace& place, const std::string& why) {
-      find(Rule::uselessIgnore, Spot{.token = Token::comment, .place = place, .attribute = {}, .suppressions = 0},
-           [&] { return "the comment silences nothing: " + why; });
+    suppressions.forEachUseless([&](const ParserPosition& position, const std::string& why) {
+      report(Rule::uselessIgnore,
+             Anchor{.token = Token::comment, .position = position, .attribute = {}, .suppressions = 0},
+             [&] { return "the comment silences nothing: " + why; });
     });
   }
-  std::ranges::stable_sort(findings, {},
-                           [](const Finding& finding) { return std::tuple(finding.place.line, finding.place.column); });
+  std::ranges::stable_sort(
+      findings, {}, [](const Finding& finding) { return std::tuple(finding.position.line, finding.position.column); });
 }
 
 bool Description::hasErrors() const {

@@ -1,10 +1,10 @@
-// A description as a load takes it: its elements, and what there is to say of them, with their places.
+// A description as a load takes it: its elements, and what there is to say of them, with their positions.
 #ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
 #define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
 
 #include "description/rules.h"
 #include "description/suppressions.h"
-#include "description/token_places.h"
+#include "description/token_positions.h"
 #include "description/vocabulary.h"
 
 #include <qzjexxml/kiv_byte_array.h>
@@ -22,19 +22,19 @@
 
 namespace tool {
 
-// "FILE:LINE:COLUMN"; without a place, that of the file's start.
-std::string placeOf(const std::string& file, const Place& place);
+// "FILE:LINE:COLUMN"; without a position, that of the file's start.
+std::string positionOf(const std::string& file, const Position& position);
 
 struct Finding {
-  Place place;
+  Position position;
   Rule rule;
   std::string text;
 };
 
 // What a finding is about.
-struct Spot {
+struct Anchor {
   Token token = Token::here;
-  ParserPlace place;
+  ParserPosition position;
   std::u16string_view attribute;
   SuppressionGroup suppressions = 0;  // before its element
 };
@@ -48,12 +48,12 @@ struct Element {
   std::array<std::string, 4> values(const std::array<std::string_view, 4>& names) const;
   std::string operator[](std::string_view attribute) const;
 
-  Spot tag() const { return {Token::tag, end, {}, suppressions}; }
-  Spot attribute(const AttributeKind& name) const { return {Token::attribute, end, name.parserName, suppressions}; }
+  Anchor tag() const { return {Token::tag, end, {}, suppressions}; }
+  Anchor attribute(const AttributeKind& name) const { return {Token::attribute, end, name.parserName, suppressions}; }
 
   const ElementKind* kind;
-  std::size_t parent;  // its place among the elements; the root element's is its own
-  ParserPlace end;     // of the tag
+  std::size_t parent;  // index of the element; the root element's is its own
+  ParserPosition end;  // of the tag
   SuppressionGroup suppressions;
   const xercesc::DOMNode* node;
 };
@@ -70,19 +70,21 @@ class Description {
   ~Description();
 
   // Adds a warning, unless it is silenced; of a file, a thousand. `textOf` gives its text.
-  void find(Rule rule, const Spot& spot, const auto& textOf) {
-    if (isWanted(rule, spot)) {
-      findings.push_back({places.of(spot.token, spot.place, spot.attribute), rule, textOf()});
+  void report(Rule rule, const Anchor& anchor, const auto& textOf) {
+    if (isWanted(rule, anchor)) {
+      findings.push_back({positions.of(anchor.token, anchor.position, anchor.attribute), rule, textOf()});
     }
   }
 
   // Adds an error.
-  void find(Rule rule, const Place& place, const std::string& text) { findings.push_back({place, rule, text}); }
+  void report(Rule rule, const Position& position, const std::string& text) {
+    findings.push_back({position, rule, text});
+  }
 
-  // Adds the comments that silence nothing, and sorts the findings by their places.
+  // Adds the comments that silence nothing, and sorts the findings by their positions.
   void finishFindings();
 
-  Place placeOf(const Spot& spot) { return places.of(spot.token, spot.place, spot.attribute); }
+  Position positionOf(const Anchor& anchor) { return positions.of(anchor.token, anchor.position, anchor.attribute); }
   bool isManifest() const { return root == &manifestVocabulary(); }
   bool hasErrors() const;
 
@@ -100,11 +102,11 @@ class Description {
   friend DescriptionParser;
 
   void parse();
-  bool isWanted(Rule rule, const Spot& spot);
+  bool isWanted(Rule rule, const Anchor& anchor);
 
   KIVByteArray bytes;
   Rules ignoredRules;
-  TokenPlaces places{bytes};
+  TokenPositions positions{bytes};
   Suppressions suppressions;
   std::size_t warnings = 0;
   std::unique_ptr<DescriptionParser> parser;

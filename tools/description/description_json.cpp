@@ -9,10 +9,10 @@ namespace tool {
 
 void write(JsonWriter& json, const std::vector<Finding>& findings) {
   json.beginArray();
-  for (const auto& [place, rule, text] : findings) {
+  for (const auto& [position, rule, text] : findings) {
     json.beginObject().key("severity").text(isError(rule) ? "error" : "warning").key("rule").text(nameOf(rule));
-    if (place.line != 0) {
-      json.key("line").number(place.line).key("column").number(place.column);
+    if (position.line != 0) {
+      json.key("line").number(position.line).key("column").number(position.column);
     }
     json.key("message").text(text).end();
   }

@@ -9,8 +9,8 @@
 
 namespace tool {
 
-// [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without the place where there is
-// none.
+// [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without the position where there
+// is none.
 void write(JsonWriter& json, const std::vector<Finding>& findings);
 
 // The tree of the elements that a load takes: {"element":"data","attributes":{...},"children":[...]}.

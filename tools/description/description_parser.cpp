@@ -38,7 +38,7 @@ DescriptionParser::DescriptionParser(Description& described)
 
 void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
                                 const XMLCh* const actualEncoding) {
-  description.places.setDeclaration(encoding, XMLString::equals(version, u"1.1"));
+  description.positions.setDeclaration(encoding, XMLString::equals(version, u"1.1"));
   DocumentParser::XMLDecl(version, encoding, standalone, actualEncoding);
 }
 
@@ -47,8 +47,8 @@ void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration,
                                      const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                      XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
   const bool hasPrefix = prefix != nullptr && *prefix != 0;
-  const Spot tag = entities.empty() ? spot(Token::tag, place(), description.suppressions.takePending())
-                                    : spot(Token::reference, place(), referenceSuppressions);
+  const Anchor tag = entities.empty() ? anchor(Token::tag, position(), description.suppressions.takePending())
+                                      : anchor(Token::reference, position(), referenceSuppressions);
   if (isRoot) {
     description.suppressions.setWholeFile(tag.suppressions);
   }
@@ -62,14 +62,14 @@ void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration,
   if (element != ignored) {
     description.elements[element].node = fCurrentNode;
   }
-  lastEnd = tag.place;
+  lastEnd = tag.position;
 }
 
 void DescriptionParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                                    const XMLCh* prefix) {
   openElements.pop_back();
   description.suppressions.takePending();
-  lastEnd = place();
+  lastEnd = position();
   DocumentParser::endElement(declaration, uriId, isRoot, prefix);
 }
 
@@ -80,20 +80,20 @@ void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool 
     OpenElement& parent = openElements.back();
     if (parent.element != ignored && !parent.hasText) {
       parent.hasText = true;
-      description.find(Rule::ignoredText, spot(Token::text, lastEnd, parent.tag.suppressions),
-                       [] { return "text is ignored"; });
+      description.report(Rule::ignoredText, anchor(Token::text, lastEnd, parent.tag.suppressions),
+                         [] { return "text is ignored"; });
     }
   }
-  lastEnd = place();
+  lastEnd = position();
 }
 
 void DescriptionParser::ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) {
   DocumentParser::ignorableWhitespace(text, length, isCdata);
-  lastEnd = place();
+  lastEnd = position();
 }
 
 void DescriptionParser::docComment(const XMLCh* text) {
-  lastEnd = place();
+  lastEnd = position();
   if (entities.empty()) {
     description.suppressions.add(text, lastEnd);
   }
@@ -101,7 +101,7 @@ void DescriptionParser::docComment(const XMLCh* text) {
 }
 
 void DescriptionParser::docPI(const XMLCh* target, const XMLCh* data) {
-  lastEnd = place();
+  lastEnd = position();
   DocumentParser::docPI(target, data);
 }
 
@@ -115,7 +115,7 @@ void DescriptionParser::startEntityReference(const xercesc::XMLEntityDecl& entit
 
 void DescriptionParser::endEntityReference(const xercesc::XMLEntityDecl& entity) {
   entities.pop_back();
-  lastEnd = place();
+  lastEnd = position();
   DocumentParser::endEntityReference(entity);
 }
 
@@ -136,9 +136,9 @@ bool DescriptionParser::isReporting(const XMLCh* domain, unsigned int code) cons
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
   using xercesc::XMLUni;
   constexpr std::size_t longest = 1'000;
-  const ParserPlace reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
-                                static_cast<std::uint32_t>(exception.getColumnNumber())};
-  Spot at = spot(Token::here, reported, 0);
+  const ParserPosition reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
+                                   static_cast<std::uint32_t>(exception.getColumnNumber())};
+  Anchor at = anchor(Token::here, reported, 0);
   std::string message = textOf(std::u16string_view(exception.getMessage()).substr(0, longest));
   if (errorText == nullptr || !XMLString::equals(exception.getMessage(), errorText)) {
     rule = Rule::overLimit;
@@ -152,63 +152,64 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
     at = openElements.back().tag;
   } else if (isReporting(XMLUni::fgXMLErrDomain, XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
     at.token = entities.empty() ? Token::insideTag : Token::reference;
-    const Place start = description.placeOf(openElements.back().tag);
+    const Position start = description.positionOf(openElements.back().tag);
     message += "; it starts at " + std::to_string(start.line) + ':' + std::to_string(start.column);
   }
-  description.find(rule, description.placeOf(at), message);
+  description.report(rule, description.positionOf(at), message);
 }
 
-// What the parser notices late: its place for a byte that cannot be decoded is where it began to read a stretch of the
-// file; a quote that is not closed is found in what follows the value that was meant.
-bool DescriptionParser::findWrongText(const ParserPlace& at) {
-  TokenPlaces& places = description.places;
-  const Place byte = places.ofBadByte(at, XMLString::equals(errorDomain, xercesc::XMLUni::fgExceptDomain));
+// What the parser notices late: its position for a byte that cannot be decoded is where it began to read a stretch of
+// the file; a quote that is not closed is found in what follows the value that was meant.
+bool DescriptionParser::findWrongText(const ParserPosition& at) {
+  TokenPositions& positions = description.positions;
+  const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, xercesc::XMLUni::fgExceptDomain));
   if (byte.line != 0) {
-    description.find(
+    description.report(
         Rule::badByte, byte,
-        places.isUtf8()
+        positions.isUtf8()
             ? "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration"
             : "a byte that is not of the file's encoding");
     return true;
   }
-  const TokenPlaces::Value value = entities.empty() ? places.unclosedValue(lastEnd, at) : TokenPlaces::Value();
+  const TokenPositions::Value value = entities.empty() ? positions.unclosedValue(lastEnd, at) : TokenPositions::Value();
   if (!value.attribute.empty()) {
-    description.find(Rule::notWellFormed, value.place,
-                     "the value of " + inQuotes(textOf(value.attribute)) + " is not closed" +
-                         (value.hasMarkup ? ", or has a \"<\" that should be \"&lt;\"" : ""));
+    description.report(Rule::notWellFormed, value.position,
+                       "the value of " + inQuotes(textOf(value.attribute)) + " is not closed" +
+                           (value.hasMarkup ? ", or has a \"<\" that should be \"&lt;\"" : ""));
   }
   return !value.attribute.empty();
 }
 
-ParserPlace DescriptionParser::place() const {
+ParserPosition DescriptionParser::position() const {
   const xercesc::Locator& locator = *getScanner()->getLocator();
   return {static_cast<std::uint32_t>(locator.getLineNumber()), static_cast<std::uint32_t>(locator.getColumnNumber())};
 }
 
 // What an entity holds stands where the entity is referred to.
-Spot DescriptionParser::spot(Token token, const ParserPlace& at, SuppressionGroup suppressions) const {
-  return entities.empty() ? Spot{token, at, {}, suppressions}
-                          : Spot{Token::reference, place(), {}, referenceSuppressions};
+Anchor DescriptionParser::anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const {
+  return entities.empty() ? Anchor{token, at, {}, suppressions}
+                          : Anchor{Token::reference, position(), {}, referenceSuppressions};
 }
 
-// The element's place in the description, or `ignored`: then with a warning, unless it is part of one that is ignored.
-std::size_t DescriptionParser::take(const Spot& tag, std::u16string_view name, bool isRoot) {
+// The index of the element in the description, or `ignored`: then with a warning, unless it is part of one that is
+// ignored.
+std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name, bool isRoot) {
   const std::size_t parent = isRoot ? 0 : openElements.back().element;
   if (parent == ignored) {
     return ignored;
   }
   if (!entities.empty()) {
-    description.find(Rule::entityElement, tag, [&] { return elementOfEntity(name, entities.front()); });
+    description.report(Rule::entityElement, tag, [&] { return elementOfEntity(name, entities.front()); });
     return ignored;
   }
   const ElementKind* kind = isRoot ? description.root : kindIn(parent, name);
   if (kind == nullptr) {
-    description.find(Rule::unknownElement, tag,
-                     [&] { return unknownElement(name, *description.elements[parent].kind, *description.root); });
+    description.report(Rule::unknownElement, tag,
+                       [&] { return unknownElement(name, *description.elements[parent].kind, *description.root); });
     return ignored;
   }
   description.elements.push_back(
-      {.kind = kind, .parent = parent, .end = tag.place, .suppressions = tag.suppressions, .node = nullptr});
+      {.kind = kind, .parent = parent, .end = tag.position, .suppressions = tag.suppressions, .node = nullptr});
   return description.elements.size() - 1;
 }
 
@@ -239,8 +240,8 @@ void DescriptionParser::takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAt
         takeType(attributes.elementAt(i)->getValue());
       }
     } else if (!isForOthers(name)) {
-      description.find(Rule::unknownAttribute, Spot{Token::attribute, element.end, name, element.suppressions},
-                       [&] { return unknownAttribute(name, kind, description.elements.size() == 1); });
+      description.report(Rule::unknownAttribute, Anchor{Token::attribute, element.end, name, element.suppressions},
+                         [&] { return unknownAttribute(name, kind, description.elements.size() == 1); });
     }
   }
   requireAttributes();
@@ -260,11 +261,11 @@ void DescriptionParser::requireAttributes() {
     const AttributeKind& attribute = element.kind->attributes[i];
     if (attribute.required && (values[i] == nullptr || *values[i] == 0)) {
       const bool isMissing = values[i] == nullptr;
-      description.find(isMissing ? Rule::missingAttribute : Rule::emptyAttribute,
-                       isMissing ? element.tag() : element.attribute(attribute), [&] {
-                         return "attribute " + inQuotes(attribute.name) + " of " + inQuotes(element.kind->name) +
-                                (isMissing ? " is missing" : " is empty");
-                       });
+      description.report(isMissing ? Rule::missingAttribute : Rule::emptyAttribute,
+                         isMissing ? element.tag() : element.attribute(attribute), [&] {
+                           return "attribute " + inQuotes(attribute.name) + " of " + inQuotes(element.kind->name) +
+                                  (isMissing ? " is missing" : " is empty");
+                         });
     }
   }
 }

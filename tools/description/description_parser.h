@@ -40,8 +40,8 @@ class DescriptionParser final : public jexxml::DocumentParser {
 
  private:
   struct OpenElement {
-    std::size_t element;  // its place in the description, or `ignored`
-    Spot tag;
+    std::size_t element;  // index in the description, or `ignored`
+    Anchor tag;
     bool hasText = false;
   };
 
@@ -63,10 +63,10 @@ class DescriptionParser final : public jexxml::DocumentParser {
 
   void report(Rule rule, const xercesc::SAXParseException& exception);
   bool isReporting(const XMLCh* domain, unsigned int code) const;
-  bool findWrongText(const ParserPlace& at);
-  ParserPlace place() const;
-  Spot spot(Token token, const ParserPlace& at, SuppressionGroup suppressions) const;
-  std::size_t take(const Spot& tag, std::u16string_view name, bool isRoot);
+  bool findWrongText(const ParserPosition& at);
+  ParserPosition position() const;
+  Anchor anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const;
+  std::size_t take(const Anchor& tag, std::u16string_view name, bool isRoot);
   const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
   void takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
   void takeType(std::u16string_view value);
@@ -77,7 +77,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
   std::vector<OpenElement> openElements;
   std::vector<std::u16string> entities;        // that are open
   SuppressionGroup referenceSuppressions = 0;  // before the first of them
-  ParserPlace lastEnd;                         // of the markup or text before
+  ParserPosition lastEnd;                      // of the markup or text before
   std::vector<const XMLCh*> values;            // of the element's attributes, in the order of its kind
   unsigned int errorCode = 0;  // of the parser library's report that is under way, with its domain and text
   const XMLCh* errorDomain = nullptr;

@@ -25,8 +25,8 @@ bool isRefused(Description& description) {
   });
   if (!diagnostics.empty()) {
     const bool isLimit = diagnostics.starts_with("The file map");
-    description.find(isLimit ? Rule::overLimit : Rule::notLoadable, Place{},
-                     diagnostics.substr(0, diagnostics.find('\n')));
+    description.report(isLimit ? Rule::overLimit : Rule::notLoadable, Position{},
+                       diagnostics.substr(0, diagnostics.find('\n')));
   }
   return !diagnostics.empty();
 }

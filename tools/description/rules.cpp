@@ -23,8 +23,8 @@ const char* nameOf(Rule rule) { return names.at(static_cast<std::size_t>(rule));
 bool isError(Rule rule) { return rule <= Rule::notLoadable; }
 
 std::optional<Rule> ruleNamed(std::string_view name) {
-  const auto* place = std::ranges::find(names, name, [](const char* other) { return std::string_view(other); });
-  return place == names.end() ? std::nullopt : std::optional(static_cast<Rule>(place - names.begin()));
+  const auto* found = std::ranges::find(names, name, [](const char* other) { return std::string_view(other); });
+  return found == names.end() ? std::nullopt : std::optional(static_cast<Rule>(found - names.begin()));
 }
 
 std::string mistakeInRule(std::string_view name) {

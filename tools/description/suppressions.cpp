@@ -23,7 +23,7 @@ std::string takeWord(std::u16string_view& text) {
 
 }  // namespace
 
-void Suppressions::add(std::u16string_view comment, const ParserPlace& place) {
+void Suppressions::add(std::u16string_view comment, const ParserPosition& position) {
   if (takeWord(comment) != "qzjexxml-ignore") {
     return;
   }
@@ -32,7 +32,7 @@ void Suppressions::add(std::u16string_view comment, const ParserPlace& place) {
     isPending = true;
   }
   const auto group = static_cast<SuppressionGroup>(groups.size() - 1);
-  Suppression& suppression = suppressions.emplace_back(Suppression{place, group, {}, {}});
+  Suppression& suppression = suppressions.emplace_back(Suppression{position, group, {}, {}});
   std::string name = takeWord(comment);
   suppression.mistake = name.empty() ? "it names no rule" : "";
   for (; !name.empty() && suppression.mistake.empty(); name = takeWord(comment)) {
@@ -59,15 +59,15 @@ bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   return false;
 }
 
-void Suppressions::forEachUseless(const std::function<void(const ParserPlace&, const std::string&)>& action) const {
-  for (const auto& [place, group, rules, mistake] : suppressions) {
+void Suppressions::forEachUseless(const std::function<void(const ParserPosition&, const std::string&)>& action) const {
+  for (const auto& [position, group, rules, mistake] : suppressions) {
     if (!mistake.empty()) {
-      action(place, mistake);
+      action(position, mistake);
     }
     const Rules useless = rules & ~groups[group].used;
     for (std::size_t i = 0; i < useless.size(); ++i) {
       if (useless.test(i)) {
-        action(place, "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
+        action(position, "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
       }
     }
   }

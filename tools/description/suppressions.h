@@ -3,7 +3,7 @@
 #define QZJEXXML_TOOLS_DESCRIPTION_SUPPRESSIONS_H
 
 #include "description/rules.h"
-#include "description/token_places.h"
+#include "description/token_positions.h"
 
 #include <cstdint>
 #include <functional>
@@ -18,8 +18,8 @@ using SuppressionGroup = std::uint32_t;
 
 class Suppressions {
  public:
-  // A comment, whose place is behind it. Other comments are none of these.
-  void add(std::u16string_view comment, const ParserPlace& place);
+  // A comment, whose position is behind it. Other comments are none of these.
+  void add(std::u16string_view comment, const ParserPosition& position);
 
   // What stood since the last element, or end of one.
   SuppressionGroup takePending();
@@ -30,12 +30,12 @@ class Suppressions {
   // Whether a rule is silenced for the element that the group belongs to.
   bool silence(SuppressionGroup group, Rule rule);
 
-  // With the place and the reason of each rule that silenced nothing.
-  void forEachUseless(const std::function<void(const ParserPlace&, const std::string&)>& action) const;
+  // With the position and the reason of each rule that silenced nothing.
+  void forEachUseless(const std::function<void(const ParserPosition&, const std::string&)>& action) const;
 
  private:
   struct Suppression {
-    ParserPlace place;
+    ParserPosition position;
     SuppressionGroup group;
     Rules rules;
     std::string mistake;  // why it names no rule

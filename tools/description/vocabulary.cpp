@@ -46,8 +46,8 @@ ElementKind readSchema(std::string_view schema) {
 }
 
 const auto* named(const auto& kinds, auto name, auto member) {
-  const auto place = std::ranges::find(kinds, name, member);
-  return place == kinds.end() ? nullptr : &*place;
+  const auto found = std::ranges::find(kinds, name, member);
+  return found == kinds.end() ? nullptr : &*found;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "description/token_places.h"
+#include "description/token_positions.h"
 
 #include <xercesc/framework/XMLRecognizer.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -36,7 +36,7 @@ std::unique_ptr<xercesc::XMLTranscoder> transcoderFor(const KIVByteArray& file,
 
 }  // namespace
 
-void TokenPlaces::setDeclaration(const XMLCh* encoding, bool isVersion11) {
+void TokenPositions::setDeclaration(const XMLCh* encoding, bool isVersion11) {
   if (encoding != nullptr) {
     declaredEncoding = encoding;
   }
@@ -44,7 +44,7 @@ void TokenPlaces::setDeclaration(const XMLCh* encoding, bool isVersion11) {
 }
 
 // False where that cannot be done.
-bool TokenPlaces::decode(std::size_t wanted) {
+bool TokenPositions::decode(std::size_t wanted) {
   const std::size_t length = text.size();
   text.resize(length + wanted);
   std::vector<unsigned char> sizes(wanted);
@@ -63,7 +63,7 @@ bool TokenPlaces::decode(std::size_t wanted) {
 
 // Of a block with bytes that cannot be decoded, what stands before them is decoded character by character. False at the
 // end of the text.
-bool TokenPlaces::decodeBlock() {
+bool TokenPositions::decodeBlock() {
   if (isDecoded) {
     return false;
   }
@@ -84,7 +84,7 @@ bool TokenPlaces::decodeBlock() {
 }
 
 // Without the last unit while more may follow, which tells whether that one ends a line.
-void TokenPlaces::index() {
+void TokenPositions::index() {
   for (; indexed + (isDecoded ? 0 : 1) <= text.size(); ++indexed) {
     if (indexed % blockLength == 0 && indexed / blockLength == blocks.size()) {
       blocks.push_back(nextBlock);
@@ -100,7 +100,7 @@ void TokenPlaces::index() {
   }
 }
 
-bool TokenPlaces::endsLine(std::size_t offset) const {
+bool TokenPositions::endsLine(std::size_t offset) const {
   const char16_t unit = text[offset];
   if (unit == u'\r') {
     const char16_t next = offset + 1 < text.size() ? text[offset + 1] : u' ';
@@ -109,31 +109,32 @@ bool TokenPlaces::endsLine(std::size_t offset) const {
   return unit == u'\n' || (hasMoreLineEnds && (unit == u'\u0085' || unit == u'\u2028'));
 }
 
-std::size_t TokenPlaces::offsetOf(const ParserPlace& place) const {
-  const auto next = std::ranges::lower_bound(blocks, place.line, {}, &Block::line);
+std::size_t TokenPositions::offsetOf(const ParserPosition& position) const {
+  const auto next = std::ranges::lower_bound(blocks, position.line, {}, &Block::line);
   std::size_t lineStart = nowhere;
-  if (next != blocks.end() && next->line == place.line) {
+  if (next != blocks.end() && next->line == position.line) {
     lineStart = next->lineStart;
   } else if (next != blocks.begin()) {
     std::uint32_t line = std::prev(next)->line;
     std::size_t offset = static_cast<std::size_t>(next - blocks.begin() - 1) * blockLength;
-    for (; line < place.line && offset < text.size(); ++offset) {
+    for (; line < position.line && offset < text.size(); ++offset) {
       line += endsLine(offset) ? 1 : 0;
     }
-    lineStart = line == place.line ? offset : nowhere;
+    lineStart = line == position.line ? offset : nowhere;
   }
-  const std::size_t inLine = place.column - std::size_t{1};
-  return place.column == 0 || lineStart == nowhere || inLine > text.size() - lineStart ? nowhere : lineStart + inLine;
+  const std::size_t inLine = position.column - std::size_t{1};
+  return position.column == 0 || lineStart == nowhere || inLine > text.size() - lineStart ? nowhere
+                                                                                          : lineStart + inLine;
 }
 
-std::size_t TokenPlaces::pairsBefore(std::size_t offset) const {
+std::size_t TokenPositions::pairsBefore(std::size_t offset) const {
   const std::size_t block = offset / blockLength;
   const auto from = text.begin() + static_cast<std::ptrdiff_t>(block * blockLength);
   return blocks[block].pairs + static_cast<std::size_t>(std::count_if(
                                    from, text.begin() + static_cast<std::ptrdiff_t>(offset), isLowSurrogate));
 }
 
-Place TokenPlaces::placeAt(std::size_t offset) const {
+Position TokenPositions::positionAt(std::size_t offset) const {
   const std::size_t block = offset / blockLength;
   std::uint64_t line = blocks[block].line;
   std::size_t lineStart = blocks[block].lineStart;
@@ -146,25 +147,25 @@ Place TokenPlaces::placeAt(std::size_t offset) const {
   return {line, offset - lineStart - (pairsBefore(offset) - pairsBefore(lineStart)) + 1};
 }
 
-// The offset of a place, with the unit behind it decoded.
-std::size_t TokenPlaces::decodeTo(const ParserPlace& place) {
-  std::size_t offset = offsetOf(place);
+// The offset of a position, with the unit behind it decoded.
+std::size_t TokenPositions::decodeTo(const ParserPosition& position) {
+  std::size_t offset = offsetOf(position);
   while ((offset == nowhere || offset + 1 >= text.size()) && decodeBlock()) {
-    offset = offsetOf(place);
+    offset = offsetOf(position);
   }
-  return offset == nowhere ? offsetOf(place) : offset;
+  return offset == nowhere ? offsetOf(position) : offset;
 }
 
-Place TokenPlaces::of(Token token, const ParserPlace& place, std::u16string_view name) {
-  const std::size_t offset = decodeTo(place);
+Position TokenPositions::of(Token token, const ParserPosition& position, std::u16string_view name) {
+  const std::size_t offset = decodeTo(position);
   if (offset == nowhere) {
-    return {place.line, place.column};
+    return {position.line, position.column};
   }
   const std::size_t start = startOf(token, offset, name);
-  return placeAt(start == nowhere ? offset : start);
+  return positionAt(start == nowhere ? offset : start);
 }
 
-std::size_t TokenPlaces::startOf(Token token, std::size_t offset, std::u16string_view name) {
+std::size_t TokenPositions::startOf(Token token, std::size_t offset, std::u16string_view name) {
   const std::u16string_view before(text.data(), offset);
   switch (token) {
     case Token::here:
@@ -192,7 +193,7 @@ std::size_t TokenPlaces::startOf(Token token, std::size_t offset, std::u16string
 }
 
 // No value has a '<'.
-std::size_t TokenPlaces::startOfTag(std::size_t end) {
+std::size_t TokenPositions::startOfTag(std::size_t end) {
   if (end != tagEnd) {
     const std::u16string_view before(text.data(), end);
     tagEnd = end;
@@ -203,7 +204,7 @@ std::size_t TokenPlaces::startOfTag(std::size_t end) {
 }
 
 // Without effect when they are known.
-void TokenPlaces::findAttributes() {
+void TokenPositions::findAttributes() {
   std::size_t i = attributes.empty() ? text.find_first_of(u" \t\r\n/>", tagStart) : tagEnd;
   for (auto attribute = attributeAt(i); i < tagEnd && attribute; attribute = attributeAt(i)) {
     attributes.push_back(*attribute);
@@ -211,12 +212,12 @@ void TokenPlaces::findAttributes() {
   }
 }
 
-std::u16string_view TokenPlaces::part(std::size_t start, std::size_t end) const {
+std::u16string_view TokenPositions::part(std::size_t start, std::size_t end) const {
   return std::u16string_view(text).substr(start, end - start);
 }
 
 // The attribute at the offset in a tag, or behind the blanks there.
-std::optional<TokenPlaces::Attribute> TokenPlaces::attributeAt(std::size_t offset) const {
+std::optional<TokenPositions::Attribute> TokenPositions::attributeAt(std::size_t offset) const {
   const std::size_t start = text.find_first_not_of(spaces, offset);
   const std::size_t nameEnd = text.find_first_of(u" \t\r\n=<>/\"'", start);
   const std::size_t quote = text.find_first_not_of(u" \t\r\n=", nameEnd);
@@ -226,7 +227,7 @@ std::optional<TokenPlaces::Attribute> TokenPlaces::attributeAt(std::size_t offse
   return Attribute{start, nameEnd, quote + 1, text.find(text[quote], quote + 1)};
 }
 
-TokenPlaces::Value TokenPlaces::unclosedValue(const ParserPlace& from, const ParserPlace& to) {
+TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, const ParserPosition& to) {
   std::size_t last = decodeTo(to);
   last = std::min(last, text.size());
   std::size_t start = from.line == 0 ? 0 : std::min(offsetOf(from), last);
@@ -241,7 +242,7 @@ TokenPlaces::Value TokenPlaces::unclosedValue(const ParserPlace& from, const Par
       const bool hasNext = value.find(u'=') != nowhere && text.find_first_of(u" \t\r\n>", i) != i &&
                            text.compare(i, 2, u"/>") != 0;  // up to its quote
       if (hasMarkup || found->end == nowhere || hasNext) {
-        return {part(found->start, found->nameEnd), placeAt(found->start), hasMarkup};
+        return {part(found->start, found->nameEnd), positionAt(found->start), hasMarkup};
       }
     }
     start = text.find(u'<', std::max(i, start + 1));
@@ -250,7 +251,7 @@ TokenPlaces::Value TokenPlaces::unclosedValue(const ParserPlace& from, const Par
 }
 
 // Where the parser has sent the text before a reference, it is behind the '&'.
-std::size_t TokenPlaces::startOfText(std::size_t offset) {
+std::size_t TokenPositions::startOfText(std::size_t offset) {
   constexpr std::u16string_view cdata = u"<![CDATA[";
   if (offset > 0 && text[offset - 1] == u'&') {
     return offset - 1;
@@ -267,15 +268,15 @@ std::size_t TokenPlaces::startOfText(std::size_t offset) {
   return start != nowhere && text.compare(start, cdata.size(), cdata) == 0 ? behindBlanks(start + cdata.size()) : start;
 }
 
-Place TokenPlaces::ofBadByte(const ParserPlace& at, bool isSoon) {
+Position TokenPositions::ofBadByte(const ParserPosition& at, bool isSoon) {
   const std::size_t offset = decodeTo(at);
   while (isSoon && decodeBlock()) {
   }
   const bool isHere = offset == nowhere || offset + 1 >= text.size();
-  return isDecoded && decodedBytes < file.length && (isSoon || isHere) ? placeAt(text.size()) : Place{};
+  return isDecoded && decodedBytes < file.length && (isSoon || isHere) ? positionAt(text.size()) : Position{};
 }
 
-bool TokenPlaces::isUtf8() const {
+bool TokenPositions::isUtf8() const {
   return declaredEncoding.empty() || xercesc::XMLString::compareIString(declaredEncoding.c_str(), u"UTF-8") == 0;
 }
 

@@ -1,6 +1,6 @@
-// TokenPlaces: from the places that the parser has when it is behind a token to the place of the token.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H
-#define QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H
+// TokenPositions: from the positions that the parser has when it is behind a token to the position of the token.
+#ifndef QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H
+#define QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -18,13 +18,13 @@
 namespace tool {
 
 // As the parser counts: lines from 1, and columns from 1 in 16-bit units. Zeros when there is none.
-struct ParserPlace {
+struct ParserPosition {
   std::uint32_t line = 0;
   std::uint32_t column = 0;
 };
 
 // As people count: columns in characters.
-struct Place {
+struct Position {
   std::uint64_t line = 0;
   std::uint64_t column = 0;
 };
@@ -39,20 +39,21 @@ enum class Token : std::uint8_t {
   comment,
 };
 
-class TokenPlaces {
+class TokenPositions {
  public:
   // The file outlives this object.
-  explicit TokenPlaces(const KIVByteArray& bytes) : file(bytes) {}
+  explicit TokenPositions(const KIVByteArray& bytes) : file(bytes) {}
 
   // What the XML declaration says; nothing is asked before. `encoding` may be null.
   void setDeclaration(const XMLCh* encoding, bool isVersion11);
 
-  // The place of the token that the parser is at. Where it is not found, the parser's place. `name` is the attribute's.
-  Place of(Token token, const ParserPlace& place, std::u16string_view name = {});
+  // The position of the token that the parser is at. Where it is not found, the parser's position. `name` is the
+  // attribute's.
+  Position of(Token token, const ParserPosition& position, std::u16string_view name = {});
 
-  // The place of a byte that cannot be decoded, at which the parser is, or which is soon to come; zeros when there is
-  // none.
-  Place ofBadByte(const ParserPlace& at, bool isSoon);
+  // The position of a byte that cannot be decoded, at which the parser is, or which is soon to come; zeros when there
+  // is none.
+  Position ofBadByte(const ParserPosition& at, bool isSoon);
 
   // Whether that byte is none of UTF-8.
   bool isUtf8() const;
@@ -60,12 +61,12 @@ class TokenPlaces {
   // An attribute whose value is not closed, or has markup in it, which no value may have.
   struct Value {
     std::u16string_view attribute;  // empty when there is none
-    Place place;
+    Position position;
     bool hasMarkup = false;
   };
 
-  // The first one in the tags between two places.
-  Value unclosedValue(const ParserPlace& from, const ParserPlace& to);
+  // The first one in the tags between two positions.
+  Value unclosedValue(const ParserPosition& from, const ParserPosition& to);
 
  private:
   // Of the text at the start of a block.
@@ -85,13 +86,13 @@ class TokenPlaces {
   bool decode(std::size_t wanted);
   bool decodeBlock();
   void index();
-  std::size_t decodeTo(const ParserPlace& place);
+  std::size_t decodeTo(const ParserPosition& position);
   std::u16string_view part(std::size_t start, std::size_t end) const;
   std::optional<Attribute> attributeAt(std::size_t offset) const;
   bool endsLine(std::size_t offset) const;
-  std::size_t offsetOf(const ParserPlace& place) const;
+  std::size_t offsetOf(const ParserPosition& position) const;
   std::size_t pairsBefore(std::size_t offset) const;
-  Place placeAt(std::size_t offset) const;
+  Position positionAt(std::size_t offset) const;
   std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
   std::size_t startOfTag(std::size_t end);
   std::size_t startOfText(std::size_t offset);
@@ -114,4 +115,4 @@ class TokenPlaces {
 
 }  // namespace tool
 
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_TOKEN_PLACES_H
+#endif  // QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H
