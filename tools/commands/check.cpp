@@ -1,8 +1,8 @@
 // qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/describing.h"
 #include "commands/each_file.h"
+#include "commands/run_with_parser.h"
 #include "description/description.h"
 #include "description/description_json.h"
 #include "description/entries.h"
@@ -137,9 +137,9 @@ void print(const std::string& file, const Finding& finding, bool isColored) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
   };
   const bool error = isError(finding.rule);
-  std::cout << in("1", shown(positionOf(file, finding.position)) + ':') << ' '
-            << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << shown(finding.text) << " ["
-            << nameOf(finding.rule) << "]\n";
+  std::cout << in("1", escapeForTerminal(positionOf(file, finding.position)) + ':') << ' '
+            << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << escapeForTerminal(finding.text)
+            << " [" << nameOf(finding.rule) << "]\n";
 }
 
 // On a terminal, unless the user's environment says no.
@@ -186,13 +186,13 @@ void addCheck(CommandLine& line) {
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
            "check --ignore stray-target manifest.xml",
            [options] {
-             return describe(options->output, options->files, options->json, [&] { return checkFiles(*options); });
+             return runWithParser(options->output, options->files, options->json, [&] { return checkFiles(*options); });
            })
       .files(options->files)
       .output(options->output)
       .flag("--json", options->json, "Print one JSON object for each file, on a line")
       .options("--ignore", options->ignored, "RULE", "Do not warn by this rule; may be given several times",
-               mistakeInIgnoring)
+               ignoreError)
       .flag("--errors-only", options->errorsOnly, "Report errors only")
       .choice("--color", options->color, "WHEN", {"auto", "always", "never"},
               "Color severities and positions; auto is on a terminal");

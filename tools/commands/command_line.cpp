@@ -22,9 +22,9 @@ Command& Command::argument(const char* name, std::string& value, const char* tex
 }
 
 Command& Command::optional(const char* name, std::string& value, const char* text,
-                           std::string (*mistakeIn)(std::string_view value)) {
-  app->add_option(name, value, text)->type_name("")->check([mistakeIn](const std::string& given) {
-    return mistakeIn(given);
+                           std::string (*validationError)(std::string_view value)) {
+  app->add_option(name, value, text)->type_name("")->check([validationError](const std::string& given) {
+    return validationError(given);
   });
   return *this;
 }
@@ -40,11 +40,11 @@ Command& Command::flag(const char* name, bool& value, const char* text) {
 }
 
 Command& Command::options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
-                          std::string (*mistakeIn)(std::string_view value)) {
+                          std::string (*validationError)(std::string_view value)) {
   app->add_option(name, values, text)
       ->type_name(placeholder)
       ->allow_extra_args(false)
-      ->check([mistakeIn](const std::string& value) { return mistakeIn(value); });
+      ->check([validationError](const std::string& value) { return validationError(value); });
   return *this;
 }
 
@@ -98,7 +98,7 @@ Command CommandLine::add(const char* name, const char* text, const char* example
 }
 
 // Of an argument that is not expected.
-std::string CommandLine::mistakeIn(const std::string& argument) const {
+std::string CommandLine::usageError(const std::string& argument) const {
   const bool isOption = argument.starts_with('-');
   const auto chosen = app->get_subcommands();
   const CLI::App& command = chosen.empty() ? *app : *chosen.front();
@@ -144,7 +144,8 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
       return finishOutput(allGood);
     }
     const std::vector<std::string> unexpected = app->remaining(true);
-    std::cerr << "qzjexxml: " << shown(unexpected.empty() ? error.what() : mistakeIn(unexpected.front())) << '\n';
+    std::cerr << "qzjexxml: " << escapeForTerminal(unexpected.empty() ? error.what() : usageError(unexpected.front()))
+              << '\n';
     return wrongUsage;
   }
   return status;

@@ -25,12 +25,12 @@ class Command {
   Command& argument(const char* name, std::string& value, const char* text);
   Command& files(std::vector<std::string>& names);
   Command& flag(const char* name, bool& value, const char* text);
-  // `mistakeIn` says what is wrong with a value, or nothing.
+  // `validationError` says what is wrong with a value, or nothing.
   Command& optional(const char* name, std::string& value, const char* text,
-                    std::string (*mistakeIn)(std::string_view value));
+                    std::string (*validationError)(std::string_view value));
   // May be given several times.
   Command& options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
-                   std::string (*mistakeIn)(std::string_view value));
+                   std::string (*validationError)(std::string_view value));
   Command& choice(const char* name, std::string& value, const char* placeholder,
                   const std::vector<std::string>& choices, const char* text);
   Command& output(std::string& file);
@@ -55,7 +55,7 @@ class CommandLine {
   ExitStatus run(std::vector<std::string> arguments);
 
  private:
-  std::string mistakeIn(const std::string& argument) const;
+  std::string usageError(const std::string& argument) const;
 
   std::unique_ptr<CLI::App> app;
   ExitStatus status = allGood;

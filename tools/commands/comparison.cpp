@@ -111,13 +111,13 @@ std::vector<const Comparison::Row*> Comparison::ordered(Rows& side) {
 
 void Comparison::printLine(char sign, const Row& row, std::string_view newValue) const {
   const Group& group = groups[row.group];
-  std::cout << sign << ' ' << shown(group.name) << shown(row.key);
+  std::cout << sign << ' ' << escapeForTerminal(group.name) << escapeForTerminal(row.key);
   if (row.number > 1) {
     std::cout << " (" << ordinal(row.number) << ')';
   }
-  std::cout << group.separator << shown(row.value);
+  std::cout << group.separator << escapeForTerminal(row.value);
   if (sign == '!') {
-    std::cout << ", now" << group.separator << shown(newValue);
+    std::cout << ", now" << group.separator << escapeForTerminal(newValue);
   }
   std::cout << '\n';
 }
@@ -149,7 +149,8 @@ bool Comparison::print() {
   }
   const auto moved = std::ranges::mismatch(sides[0].rows, sides[1].rows, {}, &Row::name, &Row::name).in2;
   if (moved != sides[1].rows.end()) {
-    std::cout << "! " << shown(groups[moved->group].name) << shown(moved->key) << " in another order\n";
+    std::cout << "! " << escapeForTerminal(groups[moved->group].name) << escapeForTerminal(moved->key)
+              << " in another order\n";
   }
   return moved != sides[1].rows.end();
 }

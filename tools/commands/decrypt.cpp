@@ -26,7 +26,7 @@ struct Options {
 // Writes the plaintext to the output, to a file wholly or not at all, to a new one with mode 0600.
 ExitStatus decryptFile(const Options& options) {
   if (options.output != "-") {
-    requireApart(options.output, identitiesOf({options.file, options.passphraseFile}));
+    requireNotAnInput(options.output, identitiesOf({options.file, options.passphraseFile}));
     requireReplaceable(options.output, options.force);
   }
   return withPassphrase({options.file}, options.passphraseFile, false,

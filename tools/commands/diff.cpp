@@ -2,9 +2,9 @@
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/comparison.h"
-#include "commands/describing.h"
 #include "commands/each_file.h"
 #include "commands/loading.h"
+#include "commands/run_with_parser.h"
 #include "description/description.h"
 #include "io/failure.h"
 #include "io/input_file.h"
@@ -68,8 +68,8 @@ void addDiff(CommandLine& line) {
   line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml",
            [options]() -> ExitStatus {
              try {
-               return describe(options->output, {options->oldFile, options->newFile}, false,
-                               [&] { return diffFiles(*options); });
+               return runWithParser(options->output, {options->oldFile, options->newFile}, false,
+                                    [&] { return diffFiles(*options); });
              } catch (const Failure& failure) {
                report(failure.subject, failure.what());
                return wrongUsage;

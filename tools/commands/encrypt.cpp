@@ -68,7 +68,8 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
     return report(target, "is not what was to be written");
   }
   output.commit();
-  (isStandardOutput(output) ? std::cerr : std::cout) << shown(file) << " -> " << shown(target) << '\n';
+  (isStandardOutput(output) ? std::cerr : std::cout)
+      << escapeForTerminal(file) << " -> " << escapeForTerminal(target) << '\n';
   return allGood;
 }
 
@@ -97,7 +98,7 @@ ExitStatus checkOutputs(const Options& options) {
       }
       return allGood;
     }
-    requireApart(target, inputs);
+    requireNotAnInput(target, inputs);
     requireReplaceable(target, options.force);
     return allGood;
   });

@@ -1,8 +1,8 @@
 // qzjexxml explain: where an entry of a description comes from.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/describing.h"
 #include "commands/each_file.h"
+#include "commands/run_with_parser.h"
 #include "description/description.h"
 #include "description/entries.h"
 #include "io/failure.h"
@@ -26,7 +26,7 @@ void printComposition(const Element& element, const Element& parent) {
   for (const Element* part : {&parent, &element}) {
     for (const AttributeKind& attribute : part->kind->attributes) {
       if (const auto value = part->value(attribute)) {
-        std::cout << separator << attribute.name << "=\"" << shown(*value) << '"';
+        std::cout << separator << attribute.name << "=\"" << escapeForTerminal(*value) << '"';
         separator = " ";
       }
     }
@@ -36,8 +36,8 @@ void printComposition(const Element& element, const Element& parent) {
 
 void printOther(const char* relation, const Entry* other, const std::string& file, Description& description) {
   if (other != nullptr) {
-    std::cout << "  " << relation << ' ' << shown(positionOf(file, description.positionOf(other->element->tag())))
-              << '\n';
+    std::cout << "  " << relation << ' '
+              << escapeForTerminal(positionOf(file, description.positionOf(other->element->tag()))) << '\n';
   }
 }
 
@@ -56,11 +56,11 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
       if (entry.key != key && !(entry.isFile() && entry.value == key)) {
         continue;
       }
-      std::cout << shown(positionOf(file, description.positionOf(entry.element->tag())) + ": " + entry.key +
-                         (entry.isFile()                         ? " -> "
-                          : entry.kind == Entry::Kind::rootMacro ? " = "
-                                                                 : "") +
-                         entry.value)
+      std::cout << escapeForTerminal(positionOf(file, description.positionOf(entry.element->tag())) + ": " + entry.key +
+                                     (entry.isFile()                         ? " -> "
+                                      : entry.kind == Entry::Kind::rootMacro ? " = "
+                                                                             : "") +
+                                     entry.value)
                 << '\n';
       printComposition(*entry.element, description.elements[entry.element->parent]);
       printOther("overrides", entry.overrides, file, description);
@@ -88,8 +88,8 @@ void addExplain(CommandLine& line) {
   const auto options = std::make_shared<Options>();
   line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME",
            [options] {
-             return describe(options->output, {options->file}, false,
-                             [&] { return explainEntry(options->file, options->key); });
+             return runWithParser(options->output, {options->file}, false,
+                                  [&] { return explainEntry(options->file, options->key); });
            })
       .argument("FILE", options->file, "The description")
       .argument("KEY", options->key, "The name of a root macro; the source or target of a file; a search path")

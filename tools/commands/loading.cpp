@@ -39,7 +39,7 @@ ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& com
     try {
       const InputFile input(file);
       const ExitStatus outcome =
-          command(file, input.path(), options.files.size() > 1 ? shown(file) + ":\n" : std::string());
+          command(file, input.path(), options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : std::string());
       if (outcome != allGood && options.json) {
         printJsonErrors(file, Description(input.path()).findings);
       }

@@ -1,8 +1,8 @@
 // qzjexxml manifest: prints what a load of archive manifests gives.
 #include "commands/commands.h"
-#include "commands/describing.h"
 #include "commands/loading.h"
 #include "commands/record_rows.h"
+#include "commands/run_with_parser.h"
 #include "io/json_writer.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
@@ -22,15 +22,15 @@ void printTable(const KIVData& record) {
   for (const Section& section : sections) {
     std::size_t width = 0;
     section.forEach(record, [&](const std::string& key, const std::string&) {
-      const std::size_t columns = section.separator == nullptr ? 0 : columnsOf(key, widest);
+      const std::size_t columns = section.separator == nullptr ? 0 : displayWidth(key, widest);
       width = columns > widest ? width : std::max(width, columns);
     });
     std::cout << section.title << '\n';
     section.forEach(record, [&](const std::string& key, const std::string& value) {
-      std::cout << "  " << shown(key);
+      std::cout << "  " << escapeForTerminal(key);
       if (section.separator != nullptr) {
-        std::cout << std::string(width - std::min(width, columnsOf(key, widest)), ' ') << section.separator
-                  << shown(value);
+        std::cout << std::string(width - std::min(width, displayWidth(key, widest)), ' ') << section.separator
+                  << escapeForTerminal(value);
       }
       std::cout << '\n';
     });
@@ -81,7 +81,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
 void addManifest(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
   options->addTo(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml", [options] {
-    return describe(options->output, options->files, options->json, [&] {
+    return runWithParser(options->output, options->files, options->json, [&] {
       return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
         return printManifest(*options, file, path, heading);
       });

@@ -1,7 +1,7 @@
 // qzjexxml project: loads project descriptions, and prints their trees.
 #include "commands/commands.h"
-#include "commands/describing.h"
 #include "commands/loading.h"
+#include "commands/run_with_parser.h"
 #include "description/description_json.h"
 #include "project/nox_dump.h"
 
@@ -38,7 +38,7 @@ void addProject(CommandLine& line) {
   const auto options = std::make_shared<LoadOptions>();
   options->addTo(line.add("project", "Load project descriptions, and print them with --json or --tree",
                           "project --tree project.xml", [options] {
-                            return describe(options->output, options->files, options->json, [&] {
+                            return runWithParser(options->output, options->files, options->json, [&] {
                               return forEachDescription(
                                   *options, [&](const std::string& file, const char* path, const std::string& heading) {
                                     return printProject(*options, file, path, heading);

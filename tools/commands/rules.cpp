@@ -51,7 +51,7 @@ void addRules(CommandLine& line) {
   const auto name = std::make_shared<std::string>();
   line.add("rules", "List the rules of check, or explain one", "rules stray-target",
            [name] { return printRules(*name); })
-      .optional("NAME", *name, "The rule", mistakeInRule);
+      .optional("NAME", *name, "The rule", ruleError);
 }
 
 }  // namespace tool

@@ -21,7 +21,7 @@ ExitStatus verifyFiles(const std::vector<std::string>& files, const std::string&
     SecretByteArray plaintext;
     const ExitStatus outcome = decrypt(file, passphrase, plaintext);
     if (outcome == allGood) {
-      std::cout << shown(file) << ": OK\n";
+      std::cout << escapeForTerminal(file) << ": OK\n";
     }
     return outcome;
   });

@@ -27,13 +27,13 @@ std::optional<Rule> ruleNamed(std::string_view name) {
   return found == names.end() ? std::nullopt : std::optional(static_cast<Rule>(found - names.begin()));
 }
 
-std::string mistakeInRule(std::string_view name) {
+std::string ruleError(std::string_view name) {
   return ruleNamed(name) ? "" : "there is no rule " + inQuotes(name) + suggestion(name, {names.begin(), names.end()});
 }
 
-std::string mistakeInIgnoring(std::string_view name) {
+std::string ignoreError(std::string_view name) {
   const std::optional<Rule> rule = ruleNamed(name);
-  return rule && isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : mistakeInRule(name);
+  return rule && isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : ruleError(name);
 }
 
 }  // namespace tool

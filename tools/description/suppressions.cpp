@@ -36,7 +36,7 @@ void Suppressions::add(std::u16string_view comment, const ParserPosition& positi
   std::string name = takeWord(comment);
   suppression.mistake = name.empty() ? "it names no rule" : "";
   for (; !name.empty() && suppression.mistake.empty(); name = takeWord(comment)) {
-    suppression.mistake = mistakeInIgnoring(name);
+    suppression.mistake = ignoreError(name);
     if (suppression.mistake.empty()) {
       suppression.rules.set(static_cast<std::size_t>(*ruleNamed(name)));
     }

@@ -15,7 +15,8 @@ Failure Failure::ofSystem(const std::string& text, const std::string& name) {
 
 ExitStatus report(const std::string& subject, const std::string& text, const std::string& details) {
   clearProgress();
-  std::cerr << "qzjexxml: " << shown(subject) << ": " << shown(text) << '\n' << details << std::flush;
+  std::cerr << "qzjexxml: " << escapeForTerminal(subject) << ": " << escapeForTerminal(text) << '\n'
+            << details << std::flush;
   return fileFailed;
 }
 

@@ -11,7 +11,7 @@
 
 namespace tool {
 
-std::string behindLinks(const std::string& file) {
+std::string resolveSymlinks(const std::string& file) {
   constexpr int mostLinks = 40;  // as the system has it
   std::filesystem::path name = file;
   for (int i = 0; i < mostLinks; ++i) {
@@ -31,7 +31,7 @@ std::optional<FileIdentity> identityOf(const std::string& file) {
   if (stat(file.c_str(), &status) == 0) {
     return S_ISREG(status.st_mode) ? std::optional(FileIdentity{status.st_dev, status.st_ino, ""}) : std::nullopt;
   }
-  const std::filesystem::path name = behindLinks(file);
+  const std::filesystem::path name = resolveSymlinks(file);
   const std::filesystem::path folder = name.parent_path();
   if (stat(folder.empty() ? "." : folder.c_str(), &status) != 0) {
     return std::nullopt;
@@ -49,7 +49,7 @@ std::set<FileIdentity> identitiesOf(const std::vector<std::string>& inputs) {
   return identities;
 }
 
-void requireApart(const std::string& output, const std::set<FileIdentity>& inputs) {
+void requireNotAnInput(const std::string& output, const std::set<FileIdentity>& inputs) {
   const auto identity = identityOf(output);
   if (identity && inputs.contains(*identity)) {
     throw Failure("is one of the inputs", output);

@@ -28,13 +28,13 @@ std::optional<FileIdentity> identityOf(const std::string& file);
 
 // The name without links at its end: where a file is written under that name. A link of /proc that stands for an open
 // file is left, since what it reads as is only that file's name.
-std::string behindLinks(const std::string& file);
+std::string resolveSymlinks(const std::string& file);
 
 // Of the files that are read; "-" is the standard input.
 std::set<FileIdentity> identitiesOf(const std::vector<std::string>& inputs);
 
 // Throws Failure, "is one of the inputs", when writing `output` would replace one of them.
-void requireApart(const std::string& output, const std::set<FileIdentity>& inputs);
+void requireNotAnInput(const std::string& output, const std::set<FileIdentity>& inputs);
 
 }  // namespace tool
 

@@ -1,6 +1,6 @@
 #include "io/library_diagnostics.h"
 
-#include "io/redirection.h"
+#include "io/scoped_streambuf.h"
 #include "io/terminal_text.h"
 
 #include <iostream>
@@ -11,10 +11,10 @@ namespace tool {
 namespace {
 
 // The library writes its line ends by themselves; any other one is part of a value.
-class ShownText : public std::stringbuf {
+class EscapedText : public std::stringbuf {
   std::streamsize xsputn(const char* text, std::streamsize length) override {
     const std::string_view piece(text, static_cast<std::size_t>(length));
-    const std::string safe = piece == "\n" ? "\n" : shown(piece);
+    const std::string safe = piece == "\n" ? "\n" : escapeForTerminal(piece);
     std::stringbuf::xsputn(safe.data(), static_cast<std::streamsize>(safe.size()));
     return length;
   }
@@ -23,8 +23,8 @@ class ShownText : public std::stringbuf {
 }  // namespace
 
 std::string diagnosticsOf(const std::function<void()>& action) {
-  ShownText text;
-  const Redirection redirection(std::cerr, &text);
+  EscapedText text;
+  const ScopedStreambuf redirection(std::cerr, &text);
   action();
   return text.str();
 }

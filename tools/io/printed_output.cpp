@@ -84,7 +84,7 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
   if (file.empty() || file == "-") {
     return command();
   }
-  requireApart(file, identitiesOf(inputs));
+  requireNotAnInput(file, identitiesOf(inputs));
   if (looksLikeDescription(file)) {
     throw Failure("is XML, which this command does not replace", file);
   }

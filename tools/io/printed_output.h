@@ -3,7 +3,7 @@
 #define QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
 
 #include "io/exit_status.h"
-#include "io/redirection.h"
+#include "io/scoped_streambuf.h"
 
 #include <functional>
 #include <streambuf>
@@ -32,7 +32,7 @@ class PrintedOutput final : private std::streambuf {
   const int descriptor;
   int error = 0;  // of the first write that failed
   std::vector<char> buffer;
-  const Redirection redirection;
+  const ScopedStreambuf redirection;
   PrintedOutput* const before;
 };
 

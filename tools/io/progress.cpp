@@ -24,7 +24,8 @@ void showProgress(std::size_t number, std::size_t count, const std::string& file
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(file, error);
   if (isatty(STDERR_FILENO) == 1 && (count >= manyFiles || (!error && size > longFile))) {
-    writeAll(STDERR_FILENO, "\r\033[K" + std::to_string(number) + " of " + std::to_string(count) + ": " + shown(file));
+    writeAll(STDERR_FILENO,
+             "\r\033[K" + std::to_string(number) + " of " + std::to_string(count) + ": " + escapeForTerminal(file));
     isVisible = true;
   }
 }

@@ -86,13 +86,13 @@ bool moveToNewName(const char* from, const char* to) {
 
 void requireReplaceable(const std::string& file, bool force) {
   struct stat status;
-  if (!force && lstat(behindLinks(file).c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+  if (!force && lstat(resolveSymlinks(file).c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
     throw Failure("exists; --force replaces it", file);
   }
 }
 
 SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
-    : name(file == "-" ? "standard output" : file), target(behindLinks(file)), mayReplace(replace) {
+    : name(file == "-" ? "standard output" : file), target(resolveSymlinks(file)), mayReplace(replace) {
   if (file == "-") {
     output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
   } else if (isWrittenThrough(target)) {

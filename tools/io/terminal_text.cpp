@@ -51,7 +51,7 @@ Character firstOf(std::string_view text) {
 
 }  // namespace
 
-std::string shown(std::string_view text) {
+std::string escapeForTerminal(std::string_view text) {
   std::string result;
   for (;;) {
     const std::size_t plain = plainLength(text);
@@ -72,12 +72,12 @@ std::string shown(std::string_view text) {
   }
 }
 
-std::size_t columnsOf(const std::string& text, std::size_t most) {
+std::size_t displayWidth(const std::string& text, std::size_t most) {
   constexpr std::size_t longest = 8;  // bytes for a column
   if (text.size() > longest * most || plainLength(text) == text.size()) {
     return text.size();
   }
-  const std::string safe = shown(text);
+  const std::string safe = escapeForTerminal(text);
   std::wstring wide(safe.size(), L'\0');
   const std::size_t length = mbstowcs(wide.data(), safe.c_str(), wide.size());
   const int columns = length == static_cast<std::size_t>(-1) ? -1 : wcswidth(wide.c_str(), length);

@@ -10,11 +10,11 @@ namespace tool {
 
 // The text, in the locale's code page or UTF-8, as a terminal may get it: control characters, which could move its
 // cursor, begin a line or turn the direction of writing, as \u001B.
-std::string shown(std::string_view text);
+std::string escapeForTerminal(std::string_view text);
 
-// How many columns of a terminal the text takes as shown() gives it, or more than `most` for a long one; where the
-// locale does not know, a UTF-8 character takes one.
-std::size_t columnsOf(const std::string& text, std::size_t most);
+// How many columns of a terminal the text takes as escapeForTerminal() gives it, or more than `most` for a long one;
+// where the locale does not know, a UTF-8 character takes one.
+std::size_t displayWidth(const std::string& text, std::size_t most);
 
 }  // namespace tool
 

@@ -1,6 +1,6 @@
 // What the commands have in common that say something of descriptions.
-#ifndef QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H
-#define QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H
+#ifndef QZJEXXML_TOOLS_COMMANDS_RUN_WITH_PARSER_H
+#define QZJEXXML_TOOLS_COMMANDS_RUN_WITH_PARSER_H
 
 #include "io/exit_status.h"
 
@@ -12,9 +12,9 @@ namespace tool {
 
 // Runs the command with the parser library started, and with what it prints in `output`, which is none of the inputs.
 // Texts come in the locale's code page; for JSON in UTF-8, which the library gives in the "C" locale.
-ExitStatus describe(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
-                    const std::function<ExitStatus()>& command);
+ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                         const std::function<ExitStatus()>& command);
 
 }  // namespace tool
 
-#endif  // QZJEXXML_TOOLS_COMMANDS_DESCRIBING_H
+#endif  // QZJEXXML_TOOLS_COMMANDS_RUN_WITH_PARSER_H

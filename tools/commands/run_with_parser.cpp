@@ -1,4 +1,4 @@
-#include "commands/describing.h"
+#include "commands/run_with_parser.h"
 
 #include "document/parser_library.h"
 #include "io/printed_output.h"
@@ -35,8 +35,8 @@ class ParserLibrary {
 
 }  // namespace
 
-ExitStatus describe(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
-                    const std::function<ExitStatus()>& command) {
+ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                         const std::function<ExitStatus()>& command) {
   if (!asJson) {
     std::setlocale(LC_CTYPE, "");
   }
