@@ -101,8 +101,8 @@ bool Description::isWanted(Rule rule, const Anchor& anchor) {
 
 void Description::finishFindings() {
   if (!hasErrors()) {
-    suppressions.forEachUseless([&](const ParserPosition& position, const std::string& why) {
-      report(Rule::uselessIgnore,
+    suppressions.forEachUnused([&](const ParserPosition& position, const std::string& why) {
+      report(Rule::unusedSuppression,
              Anchor{.token = Token::comment, .position = position, .attribute = {}, .suppressions = 0},
              [&] { return "the comment silences nothing: " + why; });
     });

@@ -10,10 +10,10 @@ namespace tool {
 namespace {
 
 constexpr std::array<const char*, static_cast<std::size_t>(Rule::count)> names = {
-    "unreadable",      "bad-byte",        "not-well-formed",  "not-valid",         "over-limit",
-    "not-loadable",    "unknown-element", "entity-element",   "unknown-attribute", "missing-attribute",
-    "empty-attribute", "ignored-text",    "overridden-entry", "shared-target",     "stray-target",
-    "relative-path",   "wrong-type",      "useless-ignore",   "more-warnings",
+    "unreadable",      "bad-byte",        "not-well-formed",    "not-valid",         "over-limit",
+    "not-loadable",    "unknown-element", "entity-element",     "unknown-attribute", "missing-attribute",
+    "empty-attribute", "ignored-text",    "overridden-entry",   "shared-target",     "stray-target",
+    "relative-path",   "wrong-type",      "unused-suppression", "more-warnings",
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ enum class Rule : std::uint8_t {
   strayTarget,
   relativePath,
   wrongType,
-  uselessIgnore,
+  unusedSuppression,
   moreWarnings,
   count  // of the rules
 };

@@ -59,14 +59,14 @@ bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   return false;
 }
 
-void Suppressions::forEachUseless(const std::function<void(const ParserPosition&, const std::string&)>& action) const {
+void Suppressions::forEachUnused(const std::function<void(const ParserPosition&, const std::string&)>& action) const {
   for (const auto& [position, group, rules, mistake] : suppressions) {
     if (!mistake.empty()) {
       action(position, mistake);
     }
-    const Rules useless = rules & ~groups[group].used;
-    for (std::size_t i = 0; i < useless.size(); ++i) {
-      if (useless.test(i)) {
+    const Rules unused = rules & ~groups[group].used;
+    for (std::size_t i = 0; i < unused.size(); ++i) {
+      if (unused.test(i)) {
         action(position, "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
       }
     }

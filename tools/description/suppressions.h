@@ -31,7 +31,7 @@ class Suppressions {
   bool silence(SuppressionGroup group, Rule rule);
 
   // With the position and the reason of each rule that silenced nothing.
-  void forEachUseless(const std::function<void(const ParserPosition&, const std::string&)>& action) const;
+  void forEachUnused(const std::function<void(const ParserPosition&, const std::string&)>& action) const;
 
  private:
   struct Suppression {
