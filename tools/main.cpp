@@ -12,7 +12,8 @@
 
 namespace {
 
-// Closed ones would be given to the next file, and what is printed written into it. They fail as closed ones do.
+// Opens closed standard streams, so that no file gets their descriptors: the output would be written into it. Reading
+// and writing them fails, as it does when they are closed.
 void openStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) == -1) {
@@ -37,7 +38,7 @@ int main(int argc, char* argv[]) {
   } catch (const Failure& failure) {
     return report(failure.subject, failure.what());
   } catch (const std::bad_alloc&) {
-    return report("failed", "there is not enough memory");
+    return report("failed", "out of memory");
   } catch (const std::exception& error) {
     return report("failed", error.what());
   }

@@ -46,7 +46,7 @@ void checkPath(const Entry& entry, Description& description) {
   }
 }
 
-// A target without a folder reads "/FILE" in the record, which is no absolute path that somebody wrote.
+// A target without a directory reads "/FILE" in the record, which is no absolute path that somebody wrote.
 void checkTarget(const Entry& entry, Description& description) {
   if ((entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
       ("/" + entry.value + "/").find("/../") != std::string::npos) {

@@ -55,9 +55,9 @@ Command& Command::choice(const char* name, std::string& value, const char* place
 }
 
 Command& Command::output(std::string& file) {
-  app->add_option("-o,--output", file, "Write to this file, wholly or not at all; - is the standard output")
+  app->add_option("-o,--output", file, "Write to this file, atomically; - is the standard output")
       ->type_name("OUT")
-      ->check([](const std::string& name) { return std::string(name.empty() ? "is an empty name" : ""); });
+      ->check([](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
   return *this;
 }
 

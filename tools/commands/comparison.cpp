@@ -11,8 +11,7 @@
 namespace tool {
 namespace {
 
-// The attributes that are given, each behind a blank; those that the element is required to have, or the others, or
-// all.
+// The attributes that the element has, each after a space: the required ones, the others, or all.
 enum class Which { required, others, all };
 
 std::string attributesOf(const Element& element, Which which, bool areCut = false) {

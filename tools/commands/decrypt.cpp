@@ -23,7 +23,7 @@ struct Options {
   std::string passphraseFile;
 };
 
-// Writes the plaintext to the output, to a file wholly or not at all, to a new one with mode 0600.
+// Writes the plaintext to the output, atomically to a file, to a new one with mode 0600.
 ExitStatus decryptFile(const Options& options) {
   if (options.output != "-") {
     requireNotAnInput(options.output, identitiesOf({options.file, options.passphraseFile}));

@@ -21,7 +21,7 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
     } catch (const Failure& failure) {
       status = std::max(status, report(failure.subject.empty() ? files[i] : failure.subject, failure.what()));
     } catch (const std::bad_alloc&) {
-      status = std::max(status, report(files[i], "there is not enough memory"));
+      status = std::max(status, report(files[i], "out of memory"));
     }
     std::cout.flush();  // a terminal shows each file when it is done
     clearProgress();

@@ -10,8 +10,9 @@
 
 namespace tool {
 
-// Runs the command for each file, whatever becomes of the others, then finishOutput; a Failure, and want of memory, is
-// reported. Returns the worst outcome. Of long work, a terminal on the standard error stream shows how far it is.
+// Runs the command for each file, whatever becomes of the others, then finishOutput; a Failure and
+// std::bad_alloc are reported. Returns the worst outcome. Of long work, a terminal on the standard error stream shows
+// how far it is.
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command);
 

@@ -65,7 +65,7 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   if (!output.temporaryName().empty() &&
       (decrypt(output.temporaryName(), passphrase, again) != allGood ||
        !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
-    return report(target, "is not what was to be written");
+    return report(target, "verification failed: the output does not decrypt to the input");
   }
   output.commit();
   (isStandardOutput(output) ? std::cerr : std::cout)
@@ -104,9 +104,9 @@ ExitStatus checkOutputs(const Options& options) {
   });
 }
 
-// Encrypts each file into the output, or else into the .enc file beside it, the standard input to the standard output;
-// decrypts what was written to be sure of it,
-// and prints "FILE -> OUTPUT". Nothing is done when checkOutputs finds something.
+// Encrypts each file into the output, or else into the .enc file beside it, and the standard input to the standard
+// output. Decrypts what was written to be sure of it, and prints "FILE -> OUTPUT". Nothing is done when checkOutputs
+// finds something.
 ExitStatus encryptFiles(const Options& options) {
   const ExitStatus status = checkOutputs(options);
   if (status != allGood) {

@@ -10,7 +10,7 @@
 namespace tool {
 namespace {
 
-// Keeps the parser library started over many loads, which takes longer than a small file. Where it does not start, the
+// Keeps Xerces-C started over many loads, which takes longer than a small file. Where it does not start, the
 // loads say so. Throws std::bad_alloc.
 class ParserLibrary {
  public:

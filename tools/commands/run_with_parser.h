@@ -10,8 +10,8 @@
 
 namespace tool {
 
-// Runs the command with the parser library started, and with what it prints in `output`, which is none of the inputs.
-// Texts come in the locale's code page; for JSON in UTF-8, which the library gives in the "C" locale.
+// Runs the command with Xerces-C started, and with what it prints in `output`, which is none of the inputs.
+// Texts come in the locale encoding; for JSON in UTF-8, which the library gives in the "C" locale.
 ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
                          const std::function<ExitStatus()>& command);
 

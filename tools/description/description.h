@@ -41,7 +41,7 @@ struct Anchor {
 
 // An element that a load takes.
 struct Element {
-  // In the local code page; none for an absent attribute.
+  // In the locale encoding; none for an absent attribute.
   std::optional<std::string> value(const AttributeKind& attribute) const;
 
   // Empty for absent attributes. REQUIRES: its kind has those of the names.
@@ -63,7 +63,7 @@ class DescriptionParser;
 class Description {
  public:
   // Reads the file as a load does, up to a fatal error. What cannot be read is a finding. Warnings of the ignored rules
-  // are none. Throws std::bad_alloc. REQUIRES: the parser library is started, while this object lives.
+  // are none. Throws std::bad_alloc. REQUIRES: Xerces-C is started, while this object lives.
   explicit Description(const char* path, const Rules& ignored = {});
   Description(const Description&) = delete;
   Description& operator=(const Description&) = delete;

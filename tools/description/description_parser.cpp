@@ -132,7 +132,7 @@ bool DescriptionParser::isReporting(const XMLCh* domain, unsigned int code) cons
   return errorCode == code && XMLString::equals(errorDomain, domain);
 }
 
-// What has another text than the parser library's is of a limit.
+// A message whose text is not that of Xerces-C comes from a limit of the base.
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
   using xercesc::XMLUni;
   constexpr std::size_t longest = 1'000;

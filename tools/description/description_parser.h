@@ -45,7 +45,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
     bool hasText = false;
   };
 
-  // Of the parser library, and of the limits of the base.
+  // Of Xerces-C, and of the limits of the base.
   class Reports final : public xercesc::ErrorHandler {
    public:
     explicit Reports(DescriptionParser& reporter) : parser(reporter) {}
@@ -79,7 +79,7 @@ class DescriptionParser final : public jexxml::DocumentParser {
   SuppressionGroup referenceSuppressions = 0;  // before the first of them
   ParserPosition lastEnd;                      // of the markup or text before
   std::vector<const XMLCh*> values;            // of the element's attributes, in the order of its kind
-  unsigned int errorCode = 0;  // of the parser library's report that is under way, with its domain and text
+  unsigned int errorCode = 0;                  // of Xerces-C's report that is under way, with its domain and text
   const XMLCh* errorDomain = nullptr;
   const XMLCh* errorText = nullptr;
 };

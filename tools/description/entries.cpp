@@ -33,10 +33,10 @@ bool isRefused(Description& description) {
 
 // As the record has it. Reads the attributes in one pass over those that are there.
 Entry fileOf(const Element& element, const std::string& rootPath) {
-  const auto [folder, file, newFolder, newFile] =
+  const auto [directory, file, newDirectory, newFile] =
       element.values({"dir_name", "file_name", "dir_rename", "file_rename"});
-  return {&element, Entry::Kind::file, join(join(rootPath, folder), file),
-          join(newFolder.empty() ? folder : newFolder, newFile.empty() ? file : newFile)};
+  return {&element, Entry::Kind::file, join(join(rootPath, directory), file),
+          join(newDirectory.empty() ? directory : newDirectory, newFile.empty() ? file : newFile)};
 }
 
 void findOverridden(std::vector<Entry>& entries) {

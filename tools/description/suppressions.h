@@ -18,7 +18,7 @@ using SuppressionGroup = std::uint32_t;
 
 class Suppressions {
  public:
-  // A comment, whose position is behind it. Other comments are none of these.
+  // Takes a comment if it is a suppression. `position` is the position behind it.
   void add(std::u16string_view comment, const ParserPosition& position);
 
   // What stood since the last element, or end of one.

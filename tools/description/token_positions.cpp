@@ -250,7 +250,7 @@ TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, 
   return {};
 }
 
-// Where the parser has sent the text before a reference, it is behind the '&'.
+// A reference ends the text that the parser has sent; the parser is then behind the '&'.
 std::size_t TokenPositions::startOfText(std::size_t offset) {
   constexpr std::u16string_view cdata = u"<![CDATA[";
   if (offset > 0 && text[offset - 1] == u'&') {

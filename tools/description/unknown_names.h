@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// In the local code page.
+// In the locale encoding.
 std::string textOf(std::u16string_view text);
 
 // Of an element in a parent that has none of the name; `root` is that of the description's vocabulary.

@@ -27,7 +27,7 @@ struct ElementKind {
   std::vector<ElementKind> children;
 };
 
-// The root elements, which the documents may name as they like. REQUIRES: the parser library is started.
+// The root elements, which the documents may name as they like. REQUIRES: Xerces-C is started.
 const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
 const ElementKind& otherVocabulary(const ElementKind& root);

@@ -32,8 +32,8 @@ std::optional<FileIdentity> identityOf(const std::string& file) {
     return S_ISREG(status.st_mode) ? std::optional(FileIdentity{status.st_dev, status.st_ino, ""}) : std::nullopt;
   }
   const std::filesystem::path name = resolveSymlinks(file);
-  const std::filesystem::path folder = name.parent_path();
-  if (stat(folder.empty() ? "." : folder.c_str(), &status) != 0) {
+  const std::filesystem::path directory = name.parent_path();
+  if (stat(directory.empty() ? "." : directory.c_str(), &status) != 0) {
     return std::nullopt;
   }
   return FileIdentity{status.st_dev, status.st_ino, name.filename()};

@@ -19,11 +19,11 @@ struct FileIdentity {
   }
 
   dev_t device;
-  ino_t inode;       // of the file, or else of its folder
-  std::string name;  // in the folder; empty for a file that exists
+  ino_t inode;       // of the file, or else of its directory
+  std::string name;  // in the directory; empty for a file that exists
 };
 
-// None for devices, FIFOs and the like, and where there is no such folder.
+// None for devices, FIFOs and the like, and where there is no such directory.
 std::optional<FileIdentity> identityOf(const std::string& file);
 
 // The name without links at its end: where a file is written under that name. A link of /proc that stands for an open

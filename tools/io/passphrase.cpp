@@ -26,7 +26,7 @@ Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
     }
   }
   if (buffer.front() == '\0') {
-    throw NoPassphrase("it is empty, which protects nothing");
+    throw NoPassphrase("the passphrase is empty");
   }
 }
 
@@ -52,8 +52,8 @@ void Passphrase::readFirstLine(const std::string& file) {
     explicit_bzero(&byte, 1);
   }
   if (got < 0) {
-    throw NoPassphrase(errno == EILSEQ  ? "it contains a NUL byte"
-                       : errno == EFBIG ? "it is longer than 1,023 bytes"
+    throw NoPassphrase(errno == EILSEQ  ? "the passphrase contains a NUL byte"
+                       : errno == EFBIG ? "the passphrase is longer than 1,023 bytes"
                                         : "cannot read " + file + ": " + strerror(errno));
   }
 }

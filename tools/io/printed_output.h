@@ -39,7 +39,7 @@ class PrintedOutput final : private std::streambuf {
 // Flushes what was printed; what could not be written makes `status` fileFailed, after a report.
 ExitStatus finishOutput(ExitStatus status);
 
-// Runs the command with what it prints in `file`, which is written wholly or not at all; on the standard output if
+// Runs the command with what it prints in `file`, which is written atomically; on the standard output if
 // `file` is empty or "-". Throws Failure when the file is one of the inputs, or a description.
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
                    const std::function<ExitStatus()>& command);

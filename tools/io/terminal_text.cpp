@@ -29,7 +29,7 @@ struct Character {
   std::size_t length;  // in bytes
 };
 
-// By UTF-8 where the locale has that or is "C", or else by its code page, and where that fails by UTF-8; a byte of
+// By UTF-8 where the locale has that or is "C", or else by its encoding, and where that fails by UTF-8; a byte of
 // neither is shown as it is.
 Character firstOf(std::string_view text) {
   static const std::string_view codeset = nl_langinfo(CODESET);

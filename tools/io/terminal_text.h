@@ -8,7 +8,7 @@
 
 namespace tool {
 
-// The text, in the locale's code page or UTF-8, as a terminal may get it: control characters, which could move its
+// The text, in the locale encoding or UTF-8, as a terminal may get it: control characters, which could move its
 // cursor, begin a line or turn the direction of writing, as \u001B.
 std::string escapeForTerminal(std::string_view text);
 
