@@ -1,6 +1,7 @@
 #include "commands/loading.h"
 
 #include "commands/each_file.h"
+#include "commands/run_with_parser.h"
 #include "description/description_json.h"
 #include "io/failure.h"
 #include "io/input_file.h"
@@ -24,22 +25,12 @@ void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
   json.endFile();
 }
 
-}  // namespace
-
-void LoadOptions::addTo(Command command) {
-  command.files(files)
-      .output(output)
-      .flag("--json", json, "Print one JSON object for each file, on a line")
-      .flag("--tree", tree, "Print the tree of elements")
-      .excludes("--json", "--tree");
-}
-
-ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& command) {
+ExitStatus printEach(const LoadOptions& options, LoadCommand* print) {
   return forEachFile(options.files, [&](const std::string& file) {
     try {
       const InputFile input(file);
-      const ExitStatus outcome =
-          command(file, input.path(), options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : std::string());
+      const ExitStatus outcome = print(options, file, input.path(),
+                                       options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : std::string());
       if (outcome != allGood && options.json) {
         printJsonErrors(file, Description(input.path()).findings);
       }
@@ -51,6 +42,22 @@ ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& com
       throw;
     }
   });
+}
+
+}  // namespace
+
+void addLoadCommand(CommandLine& line, const char* name, const char* text, const char* example, LoadCommand* print) {
+  const auto options = std::make_shared<LoadOptions>();
+  line.add(name, text, example,
+           [options, print] {
+             return runWithParser(options->output, options->files, options->json,
+                                  [&] { return printEach(*options, print); });
+           })
+      .files(options->files)
+      .output(options->output)
+      .flag("--json", options->json, "Print one JSON object for each file, on a line")
+      .flag("--tree", options->tree, "Print the tree of elements")
+      .excludes("--json", "--tree");
 }
 
 ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {

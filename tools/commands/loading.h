@@ -18,18 +18,17 @@ namespace tool {
 
 // The options of such a command.
 struct LoadOptions {
-  void addTo(Command command);
-
   std::vector<std::string> files;
   std::string output;
   bool json = false;
   bool tree = false;
 };
 
-// Runs the command for each file, which it gets with its name, a path to open, and the heading of what it prints: the
+// Adds a command that runs `print` for each file, with its name, a path to open, and the heading of what it prints: the
 // name, where there are several files. With --json, what keeps a file from loading is printed in an object of its own.
-using LoadCommand = std::function<ExitStatus(const std::string& file, const char* path, const std::string& heading)>;
-ExitStatus forEachDescription(const LoadOptions& options, const LoadCommand& command);
+using LoadCommand = ExitStatus(const LoadOptions& options, const std::string& file, const char* path,
+                               const std::string& heading);
+void addLoadCommand(CommandLine& line, const char* name, const char* text, const char* example, LoadCommand* print);
 
 // A load that writes anything has failed, which is reported under the name `file`.
 ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics);

@@ -2,7 +2,6 @@
 #include "commands/commands.h"
 #include "commands/loading.h"
 #include "commands/record_rows.h"
-#include "commands/run_with_parser.h"
 #include "io/json_writer.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
@@ -10,7 +9,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
-#include <memory>
 #include <string>
 
 namespace tool {
@@ -79,14 +77,7 @@ ExitStatus printManifest(const LoadOptions& options, const std::string& file, co
 }  // namespace
 
 void addManifest(CommandLine& line) {
-  const auto options = std::make_shared<LoadOptions>();
-  options->addTo(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml", [options] {
-    return runWithParser(options->output, options->files, options->json, [&] {
-      return forEachDescription(*options, [&](const std::string& file, const char* path, const std::string& heading) {
-        return printManifest(*options, file, path, heading);
-      });
-    });
-  }));
+  addLoadCommand(line, "manifest", "Print archive manifests", "manifest --json manifest.xml", printManifest);
 }
 
 }  // namespace tool

@@ -1,11 +1,9 @@
 // qzjexxml project: loads project descriptions, and prints their trees.
 #include "commands/commands.h"
 #include "commands/loading.h"
-#include "commands/run_with_parser.h"
 #include "description/description_json.h"
 #include "project/nox_dump.h"
 
-#include <memory>
 #include <string>
 
 namespace tool {
@@ -35,16 +33,8 @@ ExitStatus printProject(const LoadOptions& options, const std::string& file, con
 }  // namespace
 
 void addProject(CommandLine& line) {
-  const auto options = std::make_shared<LoadOptions>();
-  options->addTo(line.add("project", "Load project descriptions, and print them with --json or --tree",
-                          "project --tree project.xml", [options] {
-                            return runWithParser(options->output, options->files, options->json, [&] {
-                              return forEachDescription(
-                                  *options, [&](const std::string& file, const char* path, const std::string& heading) {
-                                    return printProject(*options, file, path, heading);
-                                  });
-                            });
-                          }));
+  addLoadCommand(line, "project", "Load project descriptions, and print them with --json or --tree",
+                 "project --tree project.xml", printProject);
 }
 
 }  // namespace tool
