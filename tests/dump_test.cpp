@@ -1,9 +1,9 @@
 // The diagnostic dumps, and through them what the trees hold.
+#include "description/vocabulary.h"
 #include "manifest/kiv_dump.h"
 #include "project/nox_dump.h"
 #include "support/captured_stderr.h"
 #include "support/parsed_document.h"
-#include "description/vocabulary.h"
 
 #include <gtest/gtest.h>
 

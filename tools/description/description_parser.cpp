@@ -175,7 +175,7 @@ bool DescriptionParser::findWrongText(const ParserPosition& at) {
   if (!value.attribute.empty()) {
     description.report(Rule::notWellFormed, value.position,
                        "the value of " + inQuotes(textOf(value.attribute)) + " is not closed" +
-                           (value.hasMarkup ? ", or has a \"<\" that should be \"&lt;\"" : ""));
+                           (value.hasMarkup ? R"(, or has a "<" that should be "&lt;")" : ""));
   }
   return !value.attribute.empty();
 }

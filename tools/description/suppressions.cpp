@@ -50,13 +50,11 @@ SuppressionGroup Suppressions::takePending() {
 
 bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   const auto bit = static_cast<std::size_t>(rule);
-  for (Group* silencing : {&groups[group], &groups[wholeFile]}) {
-    if (silencing->rules.test(bit)) {
-      silencing->used.set(bit);
-      return true;
-    }
-  }
-  return false;
+  const auto isSilencedBy = [bit](Group& silencing) {
+    silencing.used.set(bit, silencing.rules.test(bit));
+    return silencing.rules.test(bit);
+  };
+  return isSilencedBy(groups[group]) || isSilencedBy(groups[wholeFile]);
 }
 
 void Suppressions::forEachUnused(const std::function<void(const ParserPosition&, const std::string&)>& action) const {

@@ -40,8 +40,8 @@ bool looksLikeDescription(const std::string& file) {
 
 PrintedOutput* PrintedOutput::current = nullptr;
 
-PrintedOutput::PrintedOutput(std::string printed, int written)
-    : name(std::move(printed)),
+PrintedOutput::PrintedOutput(std::string outputName, int written)
+    : name(std::move(outputName)),
       descriptor(written),
       buffer(std::size_t{1} << 16U),
       redirection(std::cout, this),

@@ -12,10 +12,10 @@
 
 namespace tool {
 
-// Has std::cout write to the descriptor while it lives. `name` is the output's in reports.
+// Has std::cout write to the descriptor while it lives. `outputName` is for reports.
 class PrintedOutput final : private std::streambuf {
  public:
-  PrintedOutput(std::string name, int descriptor);
+  PrintedOutput(std::string outputName, int written);
   PrintedOutput(const PrintedOutput&) = delete;
   PrintedOutput& operator=(const PrintedOutput&) = delete;
   ~PrintedOutput() override;
