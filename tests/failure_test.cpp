@@ -255,31 +255,31 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   };
-  const char* documents[] = {
+  const std::string text =
       "<!DOCTYPE r [<!ELEMENT r (kiv|(a,b?,c*))*><!ELEMENT kiv ANY><!ENTITY e 'f'><!ATTLIST kiv i ID #IMPLIED d CDATA "
-      "'&e;'>]><r><kiv i='j'>&e;</kiv><kiv/></r>",
-      // The value of an attribute that is defined again is freed before there is memory for the next one.
+      "'&e;'>]><r><kiv i='j'>&e;</kiv><kiv/></r>";
+  // The value of an attribute that is defined again is freed before there is memory for the next one.
+  const std::string definedAgain =
       "<!DOCTYPE a [<!ELEMENT a ANY><!ATTLIST a x CDATA '1'><!ATTLIST a x CDATA '22'><!ATTLIST a x CDATA "
-      "'333'><!ATTLIST "
-      "a x CDATA '333333333333333333333333333333333'>]><a/>"};
-  for (const char* text : documents) {
-    const std::string file = folder.write("manifest.xml", text);
-    expectLoad(text, "", "");  // whose bytes stay until the next load
-    for (const bool isStarted : {false, true}) {
-      if (isStarted) {
-        XMLPlatformUtils::Initialize();
-      }
-      int outcome = noMemory;
-      for (std::size_t n = 1; outcome != loaded && n < 5'000; n += step) {
-        for (const std::size_t last : {n, never}) {
-          outcome = outcomeOf(file, isStarted, n, last);
-          EXPECT_TRUE(outcome >= loaded && outcome <= noMemory)
-              << n << (last == n ? " once" : " for good") << (isStarted ? ", started: " : ": ") << outcome << text;
-        }
-      }
-      EXPECT_EQ(outcome, loaded);
+      "'333333333333333333333333333333333'>]><a/>";
+  for (const auto& [isStarted, manifest] : {std::pair(false, &text), {true, &text}, {true, &definedAgain}}) {
+    const std::string file = folder.write("manifest.xml", *manifest);
+    expectLoad(*manifest, "", "");  // whose bytes stay until the next load
+    if (isStarted) {
+      XMLPlatformUtils::Initialize();
     }
-    XMLPlatformUtils::Terminate();
+    int outcome = noMemory;
+    for (std::size_t n = 1; outcome != loaded && n < 5'000; n += step) {
+      for (const std::size_t last : {n, never}) {
+        outcome = outcomeOf(file, isStarted, n, last);
+        EXPECT_TRUE(outcome >= loaded && outcome <= noMemory)
+            << n << (last == n ? " once" : " for good") << (isStarted ? ", started: " : ": ") << outcome << *manifest;
+      }
+    }
+    EXPECT_EQ(outcome, loaded);
+    if (isStarted) {
+      XMLPlatformUtils::Terminate();
+    }
   }
 }
 
