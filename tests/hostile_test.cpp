@@ -77,6 +77,11 @@ TEST_F(HostileDocument, LoadsAtEachLimitAndNotBeyond) {
     }
     return withDtd(entities, "&e" + std::to_string(n - 1) + ";");
   };
+  const auto enumeration = [](std::size_t n) {
+    return withDtd("<!ATTLIST b c (" + std::string(n, 'x') + ") #IMPLIED>", "");
+  };
+  expectRecord(enumeration(1'000), "");
+  expectRefusal(enumeration(1'001), "an enumeration of the document has more than 1,000 characters");
   expectRecord(chain(64), "");
   expectRefusal(chain(65), "the document nests entities deeper than 64");
   expectRecord(withDtd("<!--" + std::string(64 << 10U, ' ') + "-->", ""), "");

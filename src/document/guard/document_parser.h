@@ -30,11 +30,8 @@ struct DocumentMemory {
 // each character is charged, before it is read, with a price that grows with the blocks of the parser's memory, and an
 // entity with that of its characters each time that it is opened. No table of Xerces-C's needs to be known for that.
 // Its look-ups in lists without blocks of their own add to the price: the open elements and the prefixes in scope, and
-// the values of an enumeration. What a character does not pay for is charged in a callback:
-//
-//   startElement   the definitions of the element's attributes, and the attributes by default
-//   elementDecl    the automaton of a content model
-//   attDef         the values of an enumeration, which are compared with each other
+// the values of an enumeration. A callback charges what no character pays for: startElement the definitions of the
+// element's attributes, and its attributes by default; elementDecl the automaton of a content model.
 //
 // Names of a tag, and tokens of a value, are looked up when all are read, so what is read between two callbacks is held
 // against the budget as a square. In the type declaration all of this is smaller than its limit lets it grow.

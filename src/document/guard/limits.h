@@ -35,10 +35,12 @@ inline constexpr Limit entityLimit = {64, u"the document nests entities deeper t
 inline constexpr Limit typeLimit = {std::uint64_t{64} << 10U,
                                     u"the document type declaration does not end in the first 64 KiB"};
 
-// For the patience of who reads them.
+// Each value is compared with all that are allowed, and they with each other.
+inline constexpr Limit enumerationLimit = {1'000, u"an enumeration of the document has more than 1,000 characters"};
+
+// For the patience of who reads them. The text of the last error counts too.
 inline constexpr Limit errorLimit = {1'000, u"the document has more than 1,000 errors"};
-inline constexpr Limit errorTextLimit = {100'000,
-                                         u"the messages for the document's errors are too long"};  // characters
+inline constexpr Limit errorTextLimit = {99'900, u"the messages for the document's errors are too long"};  // characters
 
 }  // namespace jexxml
 
