@@ -38,6 +38,13 @@ TEST(ByteArray, CopiesDeeplyAndMovesTheBlock) {
   target = original;
   expectEmpty(target);
   expectEmpty(KIVByteArray("abc", 0));
+  KIVByteArray withoutBlock;
+  withoutBlock.length = 3;
+  expectEmpty(KIVByteArray(withoutBlock));
+  KIVByteArray same("abc", 3);
+  KIVByteArray& alias = same;
+  same = std::move(alias);
+  EXPECT_EQ(textOf(same), "abc");
 }
 
 TEST(ByteArray, LeavesABlockAloneThatItDoesNotOwn) {

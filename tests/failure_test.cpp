@@ -46,6 +46,7 @@ bool nothrowNewWorks = true;
 constexpr std::size_t never = static_cast<std::size_t>(-1);
 std::size_t firstBad = never;  // of the allocations from now on
 std::size_t lastBad = 0;
+std::size_t largestGood = never;
 std::size_t allocations = 0;
 long blocksAlive = 0;
 #if defined(__SANITIZE_ADDRESS__)
@@ -85,7 +86,8 @@ void nuvoFree(void* text) {
 
 [[gnu::noinline]] void* operator new(std::size_t size) {
   ++allocations;
-  void* block = allocations >= firstBad && allocations <= lastBad ? nullptr : std::malloc(size);
+  const bool isBad = (allocations >= firstBad && allocations <= lastBad) || size > largestGood;
+  void* block = isBad ? nullptr : std::malloc(size);
   blocksAlive += block != nullptr ? 1 : 0;
   return block != nullptr ? block : throw std::bad_alloc();
 }
@@ -207,6 +209,10 @@ TEST_F(FailingLoad, SaysWhatCannotBegin) {
   nothrowNewWorks = false;
   expectLoad(document, "", "Error Allocating Common Strings\n");
   nothrowNewWorks = true;
+  largestGood = (std::size_t{1} << 20U) - 1;  // a start that would not have a mebibyte is not begun
+  onStart = [] { std::abort(); };
+  EXPECT_THROW(load(document), std::bad_alloc);
+  largestGood = never;
   onStart = throwXmlException;
   expectLoad(document, "", "Error during Xerces-c Initialization.\n  Exception message:unable to open file 'x'\n");
   onStart = nullptr;
@@ -229,6 +235,7 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
       std::cerr.rdbuf(nullptr);
       Outcome outcome = lost;
       const long before = blocksAlive;
+      const auto* const handler = XMLPlatformUtils::fgUserPanicHandler;
       allocations = 0;
       firstBad = first;
       lastBad = last;
@@ -243,7 +250,7 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
       firstBad = never;
       const bool isHalfStarted = !isStarted && XMLPlatformUtils::fgMemoryManager != nullptr;
       outcome = blocksAlive > before && !isHalfStarted ? leaked : outcome;
-      outcome = std::cerr.rdbuf() != nullptr ? lost : outcome;
+      outcome = std::cerr.rdbuf() != nullptr || XMLPlatformUtils::fgUserPanicHandler != handler ? lost : outcome;
       if (isStarted) {
         std::make_unique<xercesc::XercesDOMParser>();
         XMLPlatformUtils::Terminate();

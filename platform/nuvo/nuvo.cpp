@@ -21,7 +21,7 @@ constexpr std::size_t escapeLength = 6;  // \uHHHH
 
 bool isLocaleUtf8() {
   const std::string_view locale = nl_langinfo(_NL_LOCALE_NAME(LC_CTYPE));
-  return locale == "C" || locale == "POSIX" || std::string_view(nl_langinfo(CODESET)) == "UTF-8";
+  return locale == "C" || std::string_view(nl_langinfo(CODESET)) == "UTF-8";
 }
 
 bool isSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }

@@ -20,7 +20,7 @@ constexpr ReadMessages readMessages = {.noFileName = "File name is null or empty
 
 bool writeWholeFile(const std::string& fileName, std::string_view content) {
   std::ofstream stream(fileName, std::ios::out | std::ios::binary | std::ios::trunc);
-  if (!stream.is_open() || !stream.good()) {
+  if (!stream) {
     std::cerr << "Could not open file: " << fileName << std::endl;
     return false;
   }

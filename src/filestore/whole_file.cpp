@@ -38,7 +38,7 @@ KIVByteArray readWholeFile(const char* fileName, const ReadMessages& messages) {
     stream.rdbuf()->pubsetbuf(nullptr, 0);  // the bytes may be secret: no second copy in a buffer
     stream.open(fileName, std::ios::in | std::ios::binary);
   }
-  if (kind != Kind::special && (!stream.is_open() || !stream.good())) {
+  if (kind == Kind::notOpenable || !stream) {
     std::cerr << "Could not open file: " << fileName << std::endl;
     return {};
   }

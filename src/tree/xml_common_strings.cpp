@@ -8,10 +8,4 @@ XmlCommonStrings::XmlCommonStrings() {
   }
 }
 
-XmlCommonStrings::~XmlCommonStrings() {
-  for (auto& string : strings) {
-    string.reset();
-  }
-}
-
 }  // namespace jexxml

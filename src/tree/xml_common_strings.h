@@ -43,7 +43,6 @@ class XmlCommonStrings {
   XmlCommonStrings();
   XmlCommonStrings(const XmlCommonStrings&) = delete;
   XmlCommonStrings& operator=(const XmlCommonStrings&) = delete;
-  ~XmlCommonStrings();
 
   // The parser string for a name: get("dir_name").
   const XMLCh* get(XmlName name) const { return strings[name.index].get(); }
