@@ -97,7 +97,7 @@ void DocumentParser::read(std::uint64_t count) {
 
 // Where the reader of an entity is to be allocated. Which one it is cannot be seen, so that it may be the longest.
 void DocumentParser::openEntity() {
-  constexpr std::uint64_t readerSteps = 8'000;  // it has buffers of 160 KiB, and may end by an exception
+  constexpr std::uint64_t readerSteps = 24'000;  // it has buffers of 160 KiB, which may be new from the system
   hold(getScanner()->getReaderMgr()->getReaderDepth(), entityLimit);
   work += readerSteps;
   read(longestEntity);
