@@ -27,7 +27,7 @@ namespace {
 
 constexpr std::uint64_t readingSteps = 32;  // of a character, with the copies that are made of it
 
-bool declaresNamespace(std::u16string_view attributeName) { return attributeName.starts_with(u"xmlns"); }
+bool declaresNamespace(const XMLCh* name) { return *name == u'x' && std::u16string_view(name).starts_with(u"xmlns"); }
 
 // Whether values of its type, or its name, are looked up in a table each time that the attribute stands in a tag.
 bool isLookedUp(const xercesc::XMLAttr& attribute) {
