@@ -12,13 +12,17 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -144,18 +148,47 @@ void sodiumCalls(const std::string& path) {
 
 void encryptFile(const std::string& path) { EncryptFile(path.c_str(), passphrase); }
 
+// Prints the rows that speed.gnuplot draws: for each reader its name, then entries, milliseconds and MiB for unsorted
+// manifests, of the fastest of five processes.
+void printBySize() {
+  constexpr std::pair<const char*, Work> readers[] = {{"hand-written, over Xerces-C", handWritten},
+                                                      {"Xerces-C, parse only", bareParse},
+                                                      {"libqzjexxml", load},
+                                                      {"libxml2", readWithLibxml2},
+                                                      {"pugixml", readWithPugixml}};
+  std::vector<std::pair<int, std::string>> manifests;
+  for (const int entries : {1'000, 3'000, 10'000, 30'000, 100'000, 300'000, 1'000'000}) {
+    manifests.emplace_back(entries, manifestFile(Shape::unsorted, entries));
+  }
+  for (const auto& [reader, work] : readers) {
+    std::cout << '"' << reader << "\"\n";
+    for (const auto& [entries, path] : manifests) {
+      Process fastest = inProcess(work, path);
+      for (int repetition = 1; repetition < 5; ++repetition) {
+        fastest = std::ranges::min(fastest, inProcess(work, path), {}, &Process::milliseconds);
+      }
+      std::cout << entries << ' ' << fastest.milliseconds << ' ' << fastest.peak << std::endl;
+    }
+    std::cout << "\n\n";
+  }
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  if (argc == 2 && argv[1] == std::string_view("--by-size")) {
+    printBySize();
+    return 0;
+  }
   const std::string sorted = manifestFile(Shape::sorted, 100'000);
   const std::string unsorted = manifestFile(Shape::unsorted, 100'000);
   const std::string tenth = manifestFile(Shape::unsorted, 10'000);
   const std::string hundredth = manifestFile(Shape::unsorted, 1'000);
   const std::string small = manifestFolder(500, 100);
-  const std::pair sortedMemory(memory(load, sorted), memory(bareParse, sorted));
-  const std::pair unsortedMemory(memory(load, unsorted), memory(bareParse, unsorted));
+  const std::pair sortedMemory(inProcess(load, sorted), inProcess(bareParse, sorted));
+  const std::pair unsortedMemory(inProcess(load, unsorted), inProcess(bareParse, unsorted));
   const std::string large = largeFile();
-  const double encryptPeak = memory(encryptFile, large).peak;
+  const double encryptPeak = inProcess(encryptFile, large).peak;
 
   for (const auto& [shape, path] : {std::pair("sorted", &sorted), {"unsorted", &unsorted}}) {
     time(std::string("parse ") + shape, bareParse, *path);

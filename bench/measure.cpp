@@ -89,7 +89,7 @@ double milliseconds(const std::string& name) {
   return found == measured.end() ? std::numeric_limits<double>::quiet_NaN() : found->second;
 }
 
-Memory memory(Work work, const std::string& path) {
+Process inProcess(Work work, const std::string& path) {
   int ends[2];
   if (pipe(ends) != 0) {
     std::abort();
@@ -112,7 +112,11 @@ Memory memory(Work work, const std::string& path) {
   rusage usage{};
   wait4(child, nullptr, 0, &usage);
   constexpr double mebibyte = 1 << 20U;
-  return {static_cast<double>(usage.ru_maxrss) * 1024 / mebibyte,
+  const auto milliseconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+  };
+  return {milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime),
+          static_cast<double>(usage.ru_maxrss) * 1024 / mebibyte,
           static_cast<double>(kept * sysconf(_SC_PAGESIZE)) / mebibyte};
 }
 

@@ -24,13 +24,14 @@ void run(int argc, char* argv[]);
 // from single lucky ones. NaN for what the arguments left out.
 double milliseconds(const std::string& name);
 
-// MiB of a process that does nothing but the work: the most, and what it keeps afterwards. To be called before this
-// process takes any memory that its children would inherit.
-struct Memory {
+// What a process takes that does nothing but the work: milliseconds of processor time, and MiB at its peak and
+// afterwards. To be called before this process takes any memory that its children would inherit.
+struct Process {
+  double milliseconds;
   double peak;
   double kept;
 };
-Memory memory(Work work, const std::string& path);
+Process inProcess(Work work, const std::string& path);
 
 // A table of values, what each is beside, and their ratios; `bar` is what a ratio has to stay below.
 void printHead(const std::string& what);
