@@ -99,15 +99,15 @@ void load(const std::string& path) {
   TermKIVData(&record);
 }
 
-// A folder's manifests, each loaded by itself.
-void loadAll(const std::string& folder) {
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+// Each manifest in a directory, loaded by itself.
+void loadAll(const std::string& directory) {
+  for (const auto& file : std::filesystem::directory_iterator(directory)) {
     load(file.path());
   }
 }
 
-void showAll(const std::string& folder) {
-  const std::string command = std::string(QZJEXXML_COMMAND) + " manifest " + folder + "/* >/dev/null";
+void showAll(const std::string& directory) {
+  const std::string command = std::string(QZJEXXML_COMMAND) + " manifest " + directory + "/* >/dev/null";
   if (std::system(command.c_str()) != 0) {
     std::abort();
   }
@@ -184,7 +184,7 @@ int main(int argc, char* argv[]) {
   const std::string unsorted = manifestFile(Shape::unsorted, 100'000);
   const std::string tenth = manifestFile(Shape::unsorted, 10'000);
   const std::string hundredth = manifestFile(Shape::unsorted, 1'000);
-  const std::string small = manifestFolder(500, 100);
+  const std::string small = manifestDirectory(500, 100);
   const std::pair sortedMemory(inProcess(load, sorted), inProcess(bareParse, sorted));
   const std::pair unsortedMemory(inProcess(load, unsorted), inProcess(bareParse, unsorted));
   const std::string large = largeFile();

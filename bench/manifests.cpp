@@ -10,18 +10,18 @@
 namespace bench {
 namespace {
 
-// A folder for the files, removed with them at the end.
-struct Folder {
-  Folder() { std::filesystem::create_directory(path); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { std::filesystem::remove_all(path); }
+// A directory for the files, removed with them at the end.
+struct Directory {
+  Directory() { std::filesystem::create_directory(path); }
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+  ~Directory() { std::filesystem::remove_all(path); }
 
   const std::filesystem::path path =
       std::filesystem::temp_directory_path() / ("qzjexxml-bench-" + std::to_string(getpid()));
 };
 
-const Folder folder;
+const Directory directory;
 
 }  // namespace
 
@@ -47,14 +47,14 @@ void writeManifest(std::ostream& stream, Shape shape, int entries) {
 }
 
 std::string manifestFile(Shape shape, int entries) {
-  std::string path = folder.path / ((shape == Shape::sorted ? "sorted-" : "unsorted-") + std::to_string(entries));
+  std::string path = directory.path / ((shape == Shape::sorted ? "sorted-" : "unsorted-") + std::to_string(entries));
   std::ofstream stream(path, std::ios::binary);
   writeManifest(stream, shape, entries);
   return path;
 }
 
-std::string manifestFolder(int files, int entries) {
-  const std::filesystem::path path = folder.path / "small";
+std::string manifestDirectory(int files, int entries) {
+  const std::filesystem::path path = directory.path / "small";
   std::filesystem::create_directory(path);
   for (int i = 0; i < files; ++i) {
     std::ofstream stream(path / (std::to_string(i) + ".xml"), std::ios::binary);
@@ -64,7 +64,7 @@ std::string manifestFolder(int files, int entries) {
 }
 
 std::string largeFile() {
-  std::string path = folder.path / "large.xml";
+  std::string path = directory.path / "large.xml";
   std::ofstream stream(path, std::ios::binary);
   const std::string mebibyte(1 << 20, 'x');
   for (int i = 0; i < 64; ++i) {

@@ -14,14 +14,14 @@ enum class Shape {
 
 void writeManifest(std::ostream& stream, Shape shape, int entries);
 
-// Writes a manifest of so many file-map entries into a temporary folder, which is removed at the end of the
-// program, and returns its path.
+// Writes a manifest with that many file-map entries into a temporary directory and returns its path. The directory is
+// removed when the program ends.
 std::string manifestFile(Shape shape, int entries);
 
-// Likewise a folder of so many unsorted manifests.
-std::string manifestFolder(int files, int entries);
+// The same for a directory of that many unsorted manifests.
+std::string manifestDirectory(int files, int entries);
 
-// Likewise a file of 64 MiB that is no manifest.
+// The same for a file of 64 MiB that is not a manifest.
 std::string largeFile();
 
 }  // namespace bench

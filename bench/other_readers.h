@@ -1,4 +1,4 @@
-// The record of a manifest's file map, filled by readers that have none of the library's promises: for scale.
+// The record of a manifest's file map, filled by readers without the library's checks and diagnostics, for comparison.
 #ifndef QZJEXXML_BENCH_OTHER_READERS_H
 #define QZJEXXML_BENCH_OTHER_READERS_H
 
@@ -18,7 +18,7 @@ struct FileAttributes {
   std::string fileRename;
 };
 
-// Converted by the parser library; empty for a null text.
+// Converted by Xerces-C; empty for a null text.
 std::string copyOf(const XMLCh* text);
 
 // Composes and adds it as a load does.
@@ -27,7 +27,7 @@ void addFile(KIVData& record, const std::string& rootPath, const FileAttributes&
 void readWithLibxml2(const std::string& path);
 void readWithPugixml(const std::string& path);
 
-// The parser library's own events, without a document.
+// Xerces-C's SAX2 events, without a document.
 void readWithXercesSax(const std::string& path);
 
 }  // namespace bench

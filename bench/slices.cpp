@@ -86,7 +86,7 @@ struct Document {
 
 double parsing(const std::string& path) { return Document(path).seconds; }
 
-// The parser library without a document.
+// Xerces-C without a document.
 double parsingAtLeast(const std::string& path) {
   const Source source(path);
   xercesc::SAXParser parser;
@@ -131,7 +131,7 @@ struct Slice {
 
 constexpr Slice slices[] = {
     {"reading", reading, "one `read` into a fresh block", readingAtLeast},
-    {"parsing", parsing, "the parser library without a document", parsingAtLeast},
+    {"parsing", parsing, "Xerces-C without a document", parsingAtLeast},
     {"the record", filling, "a record filled from ready strings", fillingAtLeast},
 };
 
