@@ -32,6 +32,13 @@ class Collector : public benchmark::ConsoleReporter {
   }
 };
 
+double seconds(const rusage& usage) {
+  const auto seconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+  };
+  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
 double lowerQuartile(const std::vector<double>& times) {
   std::vector<double> sorted = times;
   std::ranges::sort(sorted);
@@ -48,18 +55,26 @@ benchmark::internal::Benchmark* registered(const std::string& name, int repetiti
 
 }  // namespace
 
+double processorSeconds() {
+  rusage own{};
+  rusage childrens{};
+  getrusage(RUSAGE_SELF, &own);
+  getrusage(RUSAGE_CHILDREN, &childrens);
+  return seconds(own) + seconds(childrens);
+}
+
 void time(const std::string& name, Work work, const std::string& path, int repetitions) {
   registered(name, repetitions,
              [work, path](benchmark::State& state) {
                for ([[maybe_unused]] auto iteration : state) {
-                 state.PauseTiming();
                  malloc_trim(0);
-                 state.ResumeTiming();
+                 const double begin = processorSeconds();
                  work(path);
+                 state.SetIterationTime(processorSeconds() - begin);
                }
              })
       ->MinTime(0.1)
-      ->UseRealTime();
+      ->UseManualTime();
 }
 
 void timePart(const std::string& name, PartOfWork work, const std::string& path) {
@@ -112,11 +127,7 @@ Process inProcess(Work work, const std::string& path) {
   rusage usage{};
   wait4(child, nullptr, 0, &usage);
   constexpr double mebibyte = 1 << 20U;
-  const auto milliseconds = [](const timeval& time) {
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-  };
-  return {milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime),
-          static_cast<double>(usage.ru_maxrss) * 1024 / mebibyte,
+  return {seconds(usage) * 1e3, static_cast<double>(usage.ru_maxrss) * 1024 / mebibyte,
           static_cast<double>(kept * sysconf(_SC_PAGESIZE)) / mebibyte};
 }
 

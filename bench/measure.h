@@ -16,12 +16,16 @@ using PartOfWork = double (*)(const std::string& path);
 void time(const std::string& name, Work work, const std::string& path, int repetitions = 11);
 void timePart(const std::string& name, PartOfWork work, const std::string& path);
 
+// The processor time that this process and the children that it waited for have taken. What else the machine does
+// counts little in it.
+double processorSeconds();
+
 // Runs what was registered, as the arguments of Google Benchmark say. What Google Benchmark prints goes to a file
 // beside the program, PROGRAM.log.
 void run(int argc, char* argv[]);
 
-// What a run took in real time, as a lower quartile: away from slow times, in which the machine did something else, and
-// from single lucky ones. NaN for what the arguments left out.
+// What a run took of processor time, as a lower quartile: away from slow times, in which the machine did something
+// else, and from single lucky ones. NaN for what the arguments left out.
 double milliseconds(const std::string& name);
 
 // What a process takes that does nothing but the work: milliseconds of processor time, and MiB at its peak and
