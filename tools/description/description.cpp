@@ -19,39 +19,15 @@
 #include <utility>
 
 namespace tool {
-namespace {
-
-using jexxml::NodeAttribute;
-
-NodeAttribute unread(const Element& element, const AttributeKind& kind) {
-  return {const_cast<xercesc::DOMNode*>(element.node), kind.parserName.c_str()};
-}
-
-std::string textOf(const NodeAttribute& attribute) {
-  std::string text;
-  attribute.readText(text);
-  return text;
-}
-
-}  // namespace
-
 std::string positionOf(const std::string& file, const Position& position) {
   return file + ':' + std::to_string(std::max<std::uint64_t>(position.line, 1)) + ':' +
          std::to_string(std::max<std::uint64_t>(position.column, 1));
 }
 
 std::optional<std::string> Element::value(const AttributeKind& attribute) const {
-  NodeAttribute read = unread(*this, attribute);
+  jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute.parserName.c_str());
   read.fetch();
-  return read.missing ? std::nullopt : std::optional(textOf(read));
-}
-
-std::array<std::string, 4> Element::values(const std::array<std::string_view, 4>& names) const {
-  const auto at = [&](std::size_t i) { return unread(*this, *kind->attribute(names.at(i))); };
-  std::array<NodeAttribute, 4> read = {at(0), at(1), at(2), at(3)};
-  auto& [first, second, third, fourth] = read;
-  NodeAttribute::fetch({&first, &second, &third, &fourth});
-  return {textOf(first), textOf(second), textOf(third), textOf(fourth)};
+  return read.missing ? std::nullopt : std::optional(read.getText());
 }
 
 std::string Element::operator[](std::string_view attribute) const {

@@ -11,7 +11,6 @@
 
 #include <xercesc/dom/DOMNode.hpp>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -44,8 +43,7 @@ struct Element {
   // In the locale encoding; none for an absent attribute.
   std::optional<std::string> value(const AttributeKind& attribute) const;
 
-  // Empty for absent attributes. REQUIRES: its kind has those of the names.
-  std::array<std::string, 4> values(const std::array<std::string_view, 4>& names) const;
+  // Empty for an absent attribute. REQUIRES: its kind has one of the name.
   std::string operator[](std::string_view attribute) const;
 
   Anchor tag() const { return {Token::tag, end, {}, suppressions}; }

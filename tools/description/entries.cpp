@@ -2,41 +2,84 @@
 
 #include "io/library_diagnostics.h"
 #include "manifest/kiv_data_load.h"
+#include "manifest/kiv_entries.h"
 #include "project/nox_nodes.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 #include <tuple>
+#include <unordered_map>
+#include <utility>
 
 namespace tool {
 namespace {
 
-std::string join(const std::string& first, const std::string& last) { return first + '/' + last; }
-
-// What a load says after the parse, as a finding.
-bool isRefused(Description& description) {
-  const std::string diagnostics = diagnosticsOf([&] {
-    if (description.isManifest()) {
-      jexxml::KivMaster master{description.document(), nullptr};
-      jexxml::buildWithinLimit(master, description.memoryLeft());
-    } else {
-      jexxml::NoxMaster master{description.document(), nullptr};
-      jexxml::buildNoxMaster(master);
+// The entries of a tree, which come by kinds, with their elements.
+class Collector {
+ public:
+  explicit Collector(const Description& description) {
+    for (const Element& element : description.elements) {
+      elements.emplace(element.node, &element);
     }
-  });
+  }
+
+  void addEntriesOf(const jexxml::KivMaster& tree) {
+    jexxml::forEachEntry(tree, {
+                                   .rootMacro = [this](auto... parts) { add(Entry::Kind::rootMacro, parts...); },
+                                   .files =
+                                       [this](jexxml::KivFmRootNode& root, std::vector<jexxml::KivFile>& files) {
+                                         auto node = root.filemapDataNodeList.begin();
+                                         for (jexxml::KivFile& file : files) {
+                                           add(Entry::Kind::file, (node++)->domNode, std::move(file.source),
+                                               std::move(file.target));
+                                         }
+                                       },
+                                   .searchPath = [this](auto... parts) { add(Entry::Kind::searchPath, parts...); },
+                               });
+  }
+
+  // A load composes nothing of a project.
+  void addEntriesOf(const jexxml::NoxMaster& tree) {
+    for (auto& development : tree.root->developmentNodeList) {
+      for (auto& rootMacro : development.rootMacroNodeList) {
+        for (auto& item : rootMacro.rootMacroDataNodeList) {
+          add(Entry::Kind::rootMacro, item.domNode, item.name.getText(), item.abspath.getText());
+        }
+      }
+      for (auto& addPath : development.addPathNodeList) {
+        for (auto& item : addPath.addPathDataNodeList) {
+          add(Entry::Kind::searchPath, item.domNode, item.path.getText());
+        }
+      }
+    }
+  }
+
+  std::vector<Entry> entries;
+
+ private:
+  void add(Entry::Kind kind, const xercesc::DOMNode* node, std::string key, std::string value = {}) {
+    entries.push_back({elements.at(node), kind, std::move(key), std::move(value)});
+  }
+
+  std::unordered_map<const xercesc::DOMNode*, const Element*> elements;
+};
+
+// What a load says after the parse is a finding.
+template <typename Tree>
+std::vector<Entry> collect(Description& description, bool (*build)(Tree&, std::uint64_t memoryLeft)) {
+  Tree tree{description.document(), nullptr};
+  const std::string diagnostics = diagnosticsOf([&] { build(tree, description.memoryLeft()); });
   if (!diagnostics.empty()) {
     const bool isLimit = diagnostics.starts_with("The file map");
     description.report(isLimit ? Rule::overLimit : Rule::notLoadable, Position{},
                        diagnostics.substr(0, diagnostics.find('\n')));
+    return {};
   }
-  return !diagnostics.empty();
-}
-
-// As the record has it. Reads the attributes in one pass over those that are there.
-Entry fileOf(const Element& element, const std::string& rootPath) {
-  const auto [directory, file, newDirectory, newFile] =
-      element.values({"dir_name", "file_name", "dir_rename", "file_rename"});
-  return {&element, Entry::Kind::file, join(join(rootPath, directory), file),
-          join(newDirectory.empty() ? directory : newDirectory, newFile.empty() ? file : newFile)};
+  Collector collector(description);
+  collector.addEntriesOf(tree);
+  std::ranges::stable_sort(collector.entries, {}, &Entry::element);
+  return std::move(collector.entries);
 }
 
 void findOverridden(std::vector<Entry>& entries) {
@@ -60,26 +103,11 @@ void findOverridden(std::vector<Entry>& entries) {
 }  // namespace
 
 std::vector<Entry> entriesOf(Description& description) {
-  std::vector<Entry> entries;
-  if (isRefused(description)) {
-    return entries;
-  }
-  const Element* root = nullptr;
-  std::string rootPath;
-  for (const Element& element : description.elements) {
-    const Element& parent = description.elements[element.parent];
-    if (parent.kind->name == "rootmacro") {
-      entries.push_back({&element, Entry::Kind::rootMacro, element["name"], element["abspath"]});
-    } else if (parent.kind->name == "varnixpath" || parent.kind->name == "addpath") {
-      entries.push_back({&element, Entry::Kind::searchPath, element["path"], {}});
-    } else if (parent.kind->name == "root") {
-      if (&parent != root) {
-        root = &parent;
-        rootPath = parent["path"];
-      }
-      entries.push_back(fileOf(element, rootPath));
-    }
-  }
+  std::vector<Entry> entries =
+      description.isManifest() ? collect<jexxml::KivMaster>(description, jexxml::buildWithinLimit)
+                               : collect<jexxml::NoxMaster>(description, [](jexxml::NoxMaster& tree, std::uint64_t) {
+                                   return jexxml::buildNoxMaster(tree);
+                                 });
   findOverridden(entries);
   return entries;
 }
