@@ -3,6 +3,7 @@
 #include "commands/record_rows.h"
 #include "io/quoting.h"
 #include "io/terminal_text.h"
+#include "manifest/populate_kiv_data.h"
 
 #include <algorithm>
 #include <iostream>
@@ -47,20 +48,19 @@ std::size_t Comparison::groupOf(const std::string& id, const Group& group) {
   return found->second;
 }
 
-void Comparison::add(Side side, Record record) {
-  Rows& rows = sides.at(static_cast<std::size_t>(side));
-  rows.record = std::move(record);
+void Comparison::addRecord(Rows& rows, const jexxml::KivMaster& tree) {
+  jexxml::populateKivData(tree, rows.record);
   for (const Section& section : sections) {
     const bool isOrdered = section.separator == nullptr;
     const std::string name = section.row + std::string(" ");
     const std::size_t group = groupOf(name, {name, isOrdered ? "" : section.separator});
-    section.forEach(*rows.record, [&](const std::string& key, const std::string& value) {
+    section.forEach(rows.record, [&](const std::string& key, const std::string& value) {
       rows.rows.push_back({group, key, isOrdered ? std::string_view() : std::string_view(value)});
     });
   }
 }
 
-void Comparison::add(Side side, const Description& description) {
+void Comparison::add(Side side, const Description& description, const jexxml::KivMaster& tree) {
   Rows& rows = sides.at(static_cast<std::size_t>(side));
   constexpr auto unknown = static_cast<std::size_t>(-1);
   std::vector<std::size_t> groupsIn(description.elements.size(), unknown);  // by the parent
@@ -81,6 +81,7 @@ void Comparison::add(Side side, const Description& description) {
     const std::string& key = rows.texts.emplace_back((isRoot ? "root element" : element.kind->name) + required);
     rows.rows.push_back({group, key, rows.texts.emplace_back(std::move(others))});
   }
+  addRecord(rows, tree);
 }
 
 std::size_t Comparison::groupIn(const Element& parent, const Description& description) {

@@ -2,8 +2,9 @@
 #ifndef QZJEXXML_TOOLS_COMMANDS_COMPARISON_H
 #define QZJEXXML_TOOLS_COMMANDS_COMPARISON_H
 
-#include "commands/loading.h"
 #include "description/description.h"
+
+#include <qzjexxml/kiv_data.h>
 
 #include <array>
 #include <cstddef>
@@ -21,12 +22,9 @@ class Comparison {
  public:
   enum class Side { before, after };
 
-  // Adds the rows of a manifest's record.
-  void add(Side side, Record record);
-
   // Adds the elements of a project, each named by its parent's attributes and those that it is required to have; of a
-  // manifest, those whose attributes are not in its record.
-  void add(Side side, const Description& description);
+  // manifest, those whose attributes are not in its record, and the record. A project has no tree.
+  void add(Side side, const Description& description, const jexxml::KivMaster& tree);
 
   // Prints a line for each value that was added (+) or removed (-), or is another (!), or one line when only their
   // order is. Returns whether there is a difference.
@@ -49,11 +47,12 @@ class Comparison {
   };
 
   struct Rows {
-    Record record;  // the rows refer to its texts, or to these
+    KIVData record;  // the rows refer to its texts, or to these
     std::deque<std::string> texts;
     std::vector<Row> rows;
   };
 
+  void addRecord(Rows& rows, const jexxml::KivMaster& tree);
   std::size_t groupOf(const std::string& id, const Group& group);
   std::size_t groupIn(const Element& parent, const Description& description);
   static std::vector<const Row*> ordered(Rows& side);

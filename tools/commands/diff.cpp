@@ -12,7 +12,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace tool {
 namespace {
@@ -25,20 +24,18 @@ struct Options {
 
 enum class Kind { either, manifest, project };
 
-// Adds what is compared of a file. The description is gone when the record is loaded.
+// Adds what is compared of a file.
 ExitStatus load(const std::string& file, Comparison::Side side, Comparison& comparison, Kind& kind) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
-    if (const Description description(input.path()); !description.hasErrors()) {
-      kind = !description.showsKind ? Kind::either : description.isManifest() ? Kind::manifest : Kind::project;
-      comparison.add(side, description);
+    Description description(input.path());
+    kind = !description.showsKind ? Kind::either : description.isManifest() ? Kind::manifest : Kind::project;
+    jexxml::KivMaster tree;
+    if (description.hasErrors() || (kind != Kind::project && !description.build(tree))) {
+      return reportUnloadable(file, input.path());
     }
-    Record record;
-    const ExitStatus outcome = kind == Kind::project ? allGood : loadRecord(file, input.path(), record);
-    if (record != nullptr) {
-      comparison.add(side, std::move(record));
-    }
-    return outcome;
+    comparison.add(side, description, tree);
+    return allGood;
   });
 }
 

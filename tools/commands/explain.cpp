@@ -47,7 +47,7 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
     Description description(input.path());
-    const std::vector<Entry> entries = description.hasErrors() ? std::vector<Entry>() : entriesOf(description);
+    const std::vector<Entry> entries = entriesOf(description);
     if (description.hasErrors()) {
       throw Failure("cannot be loaded; \"qzjexxml check\" says why");
     }

@@ -5,20 +5,18 @@
 #include "description/description_json.h"
 #include "io/failure.h"
 #include "io/input_file.h"
+#include "io/library_diagnostics.h"
 #include "io/terminal_text.h"
 
-#include <algorithm>
+#include <qzjexxml/qzjexxml.h>
+
 #include <iostream>
-#include <utility>
+#include <memory>
 
 namespace tool {
 namespace {
 
-void printJsonErrors(const std::string& file, std::vector<Finding> errors) {
-  std::erase_if(errors, [](const Finding& finding) { return !isError(finding.rule); });
-  if (errors.empty()) {  // whatever kept it from loading is not the parser's to say
-    errors.push_back({{}, Rule::notLoadable, "cannot be loaded"});
-  }
+void printJsonErrors(const std::string& file, const std::vector<Finding>& errors) {
   JsonWriter json;
   json.beginFile(file).key("errors");
   write(json, errors);
@@ -29,12 +27,15 @@ ExitStatus printEach(const LoadOptions& options, LoadCommand* print) {
   return forEachFile(options.files, [&](const std::string& file) {
     try {
       const InputFile input(file);
-      const ExitStatus outcome = print(options, file, input.path(),
-                                       options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : std::string());
-      if (outcome != allGood && options.json) {
-        printJsonErrors(file, Description(input.path()).findings);
+      Description description(input.path());
+      const std::string heading = options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : "";
+      if (!description.hasErrors() && print(options, file, description, heading)) {
+        return allGood;
       }
-      return outcome;
+      if (options.json) {
+        printJsonErrors(file, description.findings);
+      }
+      return reportUnloadable(file, input.path());
     } catch (const Failure& failure) {
       if (options.json) {
         printJsonErrors(file, {{{}, Rule::unreadable, failure.what()}});
@@ -60,20 +61,12 @@ void addLoadCommand(CommandLine& line, const char* name, const char* text, const
       .excludes("--json", "--tree");
 }
 
-ExitStatus outcomeOf(const std::string& file, const std::string& diagnostics) {
-  return diagnostics.empty() ? allGood : report(file, "cannot be loaded", diagnostics);
-}
-
-bool isEmpty(const KIVData& record) {
-  return record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty();
-}
-
-ExitStatus loadRecord(const std::string& file, const char* path, Record& record) {
-  return outcomeOf(file, diagnosticsOf([&] {
-                     KIVData* handle = nullptr;
-                     InitKIVData(path, &handle);
-                     record.reset(handle);
-                   }));
+ExitStatus reportUnloadable(const std::string& file, const char* path) {
+  return report(file, "cannot be loaded", diagnosticsOf([&] {
+                  KIVData* record = nullptr;
+                  InitKIVData(path, &record);
+                  TermKIVData(&record);
+                }));
 }
 
 void printTree(const std::string& heading, const std::function<void()>& dump) {
@@ -84,7 +77,7 @@ void warnOfOtherKind(const std::string& file, const Description& description, bo
   if (description.showsKind && description.isManifest() != asManifest) {
     report(file, asManifest ? "warning: this is a project description, which gives no entries"
                             : "warning: this is an archive manifest, of which nothing is checked");
-  } else if (!description.showsKind && std::ranges::count(description.findings, Rule::unknownElement, &Finding::rule)) {
+  } else if (!description.showsKind && description.elements.front().node->hasChildNodes()) {
     report(file, "warning: this is neither an archive manifest nor a project description");
   }
 }

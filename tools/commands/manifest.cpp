@@ -5,6 +5,7 @@
 #include "io/json_writer.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
+#include "manifest/populate_kiv_data.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -50,28 +51,28 @@ void printJson(const std::string& file, const KIVData& record) {
   json.endFile();
 }
 
-ExitStatus printManifest(const LoadOptions& options, const std::string& file, const char* path,
-                         const std::string& heading) {
+bool printManifest(const LoadOptions& options, const std::string& file, Description& description,
+                   const std::string& heading) {
+  jexxml::KivMaster tree;
+  if (!description.build(tree)) {
+    return false;
+  }
   if (options.tree) {
-    return loadTree<jexxml::KivMaster>(file, path, jexxml::buildKivMaster, [&](jexxml::KivMaster& tree) {
-      printTree(heading, [&] { dumpKivMaster(tree); });
-    });
+    printTree(heading, [&] { dumpKivMaster(tree); });
+    return true;
   }
-  Record record;
-  const ExitStatus outcome = loadRecord(file, path, record);
-  if (outcome != allGood) {
-    return outcome;
-  }
-  if (isEmpty(*record)) {
-    warnOfOtherKind(file, Description(path), true);
+  KIVData record;
+  populateKivData(tree, record);
+  if (record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty()) {
+    warnOfOtherKind(file, description, true);
   }
   if (options.json) {
-    printJson(file, *record);
+    printJson(file, record);
   } else {
     std::cout << heading;
-    printTable(*record);
+    printTable(record);
   }
-  return outcome;
+  return true;
 }
 
 }  // namespace

@@ -9,25 +9,23 @@
 namespace tool {
 namespace {
 
-ExitStatus printProject(const LoadOptions& options, const std::string& file, const char* path,
-                        const std::string& heading) {
-  const ExitStatus outcome =
-      loadTree<jexxml::NoxMaster>(file, path, jexxml::buildNoxMaster, [&](jexxml::NoxMaster& tree) {
-        if (options.tree) {
-          printTree(heading, [&] { dumpNoxMaster(tree); });
-        }
-      });
-  if (outcome == allGood) {
-    const Description description(path);
-    warnOfOtherKind(file, description, false);
-    if (options.json) {
-      JsonWriter json;
-      json.beginFile(file).key("project");
-      write(json, description);
-      json.endFile();
-    }
+bool printProject(const LoadOptions& options, const std::string& file, Description& description,
+                  const std::string& heading) {
+  jexxml::NoxMaster tree;
+  if (!description.build(tree)) {
+    return false;
   }
-  return outcome;
+  warnOfOtherKind(file, description, false);
+  if (options.tree) {
+    printTree(heading, [&] { dumpNoxMaster(tree); });
+  }
+  if (options.json) {
+    JsonWriter json;
+    json.beginFile(file).key("project");
+    write(json, description);
+    json.endFile();
+  }
+  return true;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "description/description_parser.h"
 #include "io/library_diagnostics.h"
+#include "manifest/kiv_data_load.h"
 #include "text/lcp_text.h"
 #include "tree/node_attribute.h"
 
@@ -91,8 +92,22 @@ bool Description::hasErrors() const {
   return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
 }
 
-std::uint64_t Description::memoryLeft() const { return parser->memoryLeft(); }
+bool Description::build(jexxml::KivMaster& tree) {
+  tree.document = parser->document();
+  return isBuilt(diagnosticsOf([&] { jexxml::buildWithinLimit(tree, parser->memoryLeft()); }));
+}
 
-xercesc::DOMNode* Description::document() const { return parser->document(); }
+bool Description::build(jexxml::NoxMaster& tree) {
+  tree.document = parser->document();
+  return isBuilt(diagnosticsOf([&] { jexxml::buildNoxMaster(tree); }));
+}
+
+bool Description::isBuilt(const std::string& diagnostics) {
+  const bool isLimit = diagnostics.starts_with("The file map");
+  if (!diagnostics.empty()) {
+    report(isLimit ? Rule::overLimit : Rule::notLoadable, Position{}, diagnostics.substr(0, diagnostics.find('\n')));
+  }
+  return diagnostics.empty();
+}
 
 }  // namespace tool

@@ -6,6 +6,8 @@
 #include "description/suppressions.h"
 #include "description/token_positions.h"
 #include "description/vocabulary.h"
+#include "manifest/kiv_nodes.h"
+#include "project/nox_nodes.h"
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -62,7 +64,7 @@ class Description {
  public:
   // Reads the file as a load does, up to a fatal error. What cannot be read is a finding. Warnings of the ignored rules
   // are none. Throws std::bad_alloc. REQUIRES: Xerces-C is started, while this object lives.
-  explicit Description(const char* path, const Rules& ignored = {});
+  explicit Description(const char* path, const Rules& ignored = Rules().set());
   Description(const Description&) = delete;
   Description& operator=(const Description&) = delete;
   ~Description();
@@ -79,6 +81,11 @@ class Description {
     findings.push_back({position, rule, text});
   }
 
+  // Builds a load's tree over the document. What a load says then is an error, and the result false. REQUIRES: there
+  // are no errors. The description outlives the tree.
+  bool build(jexxml::KivMaster& tree);
+  bool build(jexxml::NoxMaster& tree);
+
   // Adds the comments that silence nothing, and sorts the findings by their positions.
   void finishFindings();
 
@@ -86,10 +93,7 @@ class Description {
   bool isManifest() const { return root == &manifestVocabulary(); }
   bool hasErrors() const;
 
-  // The document. REQUIRES: there are no errors.
-  xercesc::DOMNode* document() const;
   std::uint32_t fileSize() const { return bytes.length; }
-  std::uint64_t memoryLeft() const;  // by the document; 0 without one
 
   const ElementKind* root = &manifestVocabulary();  // as the content shows, or else the attribute `type`
   bool showsKind = false;                           // else it may be of either
@@ -101,6 +105,7 @@ class Description {
 
   void parse();
   bool isWanted(Rule rule, const Anchor& anchor);
+  bool isBuilt(const std::string& diagnostics);
 
   KIVByteArray bytes;
   Rules ignoredRules;

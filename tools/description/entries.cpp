@@ -1,15 +1,12 @@
 #include "description/entries.h"
 
-#include "io/library_diagnostics.h"
-#include "manifest/kiv_data_load.h"
 #include "manifest/kiv_entries.h"
-#include "project/nox_nodes.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <tuple>
-#include <unordered_map>
 #include <utility>
 
 namespace tool {
@@ -18,10 +15,8 @@ namespace {
 // The entries of a tree, which come by kinds, with their elements.
 class Collector {
  public:
-  explicit Collector(const Description& description) {
-    for (const Element& element : description.elements) {
-      elements.emplace(element.node, &element);
-    }
+  explicit Collector(const Description& description) : elements(description.elements) {
+    entries.reserve(elements.size());
   }
 
   void addEntriesOf(const jexxml::KivMaster& tree) {
@@ -34,6 +29,7 @@ class Collector {
                                            add(Entry::Kind::file, (node++)->domNode, std::move(file.source),
                                                std::move(file.target));
                                          }
+                                         root.filemapDataNodeList.release();
                                        },
                                    .searchPath = [this](auto... parts) { add(Entry::Kind::searchPath, parts...); },
                                });
@@ -58,22 +54,23 @@ class Collector {
   std::vector<Entry> entries;
 
  private:
+  // Those of one kind come in the order of their elements.
   void add(Entry::Kind kind, const xercesc::DOMNode* node, std::string key, std::string value = {}) {
-    entries.push_back({elements.at(node), kind, std::move(key), std::move(value)});
+    std::size_t& i = places.at(static_cast<std::size_t>(kind));
+    while (elements.at(i).node != node) {
+      ++i;
+    }
+    entries.push_back({&elements[i], kind, std::move(key), std::move(value)});
   }
 
-  std::unordered_map<const xercesc::DOMNode*, const Element*> elements;
+  const std::vector<Element>& elements;
+  std::array<std::size_t, 3> places = {};  // of the last entry's element, by kind
 };
 
-// What a load says after the parse is a finding.
 template <typename Tree>
-std::vector<Entry> collect(Description& description, bool (*build)(Tree&, std::uint64_t memoryLeft)) {
-  Tree tree{description.document(), nullptr};
-  const std::string diagnostics = diagnosticsOf([&] { build(tree, description.memoryLeft()); });
-  if (!diagnostics.empty()) {
-    const bool isLimit = diagnostics.starts_with("The file map");
-    description.report(isLimit ? Rule::overLimit : Rule::notLoadable, Position{},
-                       diagnostics.substr(0, diagnostics.find('\n')));
+std::vector<Entry> collect(Description& description) {
+  Tree tree;
+  if (description.hasErrors() || !description.build(tree)) {
     return {};
   }
   Collector collector(description);
@@ -104,10 +101,7 @@ void findOverridden(std::vector<Entry>& entries) {
 
 std::vector<Entry> entriesOf(Description& description) {
   std::vector<Entry> entries =
-      description.isManifest() ? collect<jexxml::KivMaster>(description, jexxml::buildWithinLimit)
-                               : collect<jexxml::NoxMaster>(description, [](jexxml::NoxMaster& tree, std::uint64_t) {
-                                   return jexxml::buildNoxMaster(tree);
-                                 });
+      description.isManifest() ? collect<jexxml::KivMaster>(description) : collect<jexxml::NoxMaster>(description);
   findOverridden(entries);
   return entries;
 }

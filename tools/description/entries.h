@@ -24,8 +24,8 @@ struct Entry {
   const Entry* overriddenBy = nullptr;
 };
 
-// In document order. Of root macros or files with one key each overrides the one before. Where a load refuses them
-// there are none, and a finding. Valid while the description is unchanged. REQUIRES: the description has no errors.
+// In document order. Of root macros or files with one key each overrides the one before. A description that does not
+// load has none, and an error. Valid while the description is unchanged.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool
