@@ -17,8 +17,6 @@ constexpr std::size_t blockLength = std::size_t{1} << 14U;  // in 16-bit units
 constexpr std::size_t nowhere = std::u16string_view::npos;
 constexpr std::u16string_view spaces = u" \t\r\n";
 
-bool isLowSurrogate(char16_t unit) { return (unit & 0xFC00U) == 0xDC00U; }
-
 const XMLByte* bytesOf(const KIVByteArray& file) { return reinterpret_cast<const XMLByte*>(file.data); }
 
 // As the parser chooses it: by the first bytes where these tell, else by the declaration. Null when there is none.
@@ -76,7 +74,7 @@ bool TokenPositions::decodeBlock() {
     }
     isDecoded = true;
   }
-  if (blocks.empty() && text.starts_with(u'\uFEFF')) {
+  if (indexed == 0 && text.starts_with(u'\uFEFF')) {
     text.erase(0, 1);
   }
   index();
@@ -85,18 +83,13 @@ bool TokenPositions::decodeBlock() {
 
 // Without the last unit while more may follow, which tells whether that one ends a line.
 void TokenPositions::index() {
-  for (; indexed + (isDecoded ? 0 : 1) <= text.size(); ++indexed) {
-    if (indexed % blockLength == 0 && indexed / blockLength == blocks.size()) {
-      blocks.push_back(nextBlock);
-    }
-    if (indexed == text.size()) {
-      return;
-    }
+  for (; indexed + (isDecoded ? 0 : 1) < text.size(); ++indexed) {
     if (endsLine(indexed)) {
-      ++nextBlock.line;
-      nextBlock.lineStart = indexed + 1;
+      lineStarts.push_back(static_cast<std::uint32_t>(indexed + 1));
     }
-    nextBlock.pairs += isLowSurrogate(text[indexed]) ? 1 : 0;
+    if ((text[indexed] & 0xFC00U) == 0xDC00U) {
+      pairs.push_back(static_cast<std::uint32_t>(indexed));
+    }
   }
 }
 
@@ -110,41 +103,19 @@ bool TokenPositions::endsLine(std::size_t offset) const {
 }
 
 std::size_t TokenPositions::offsetOf(const ParserPosition& position) const {
-  const auto next = std::ranges::lower_bound(blocks, position.line, {}, &Block::line);
-  std::size_t lineStart = nowhere;
-  if (next != blocks.end() && next->line == position.line) {
-    lineStart = next->lineStart;
-  } else if (next != blocks.begin()) {
-    std::uint32_t line = std::prev(next)->line;
-    std::size_t offset = static_cast<std::size_t>(next - blocks.begin() - 1) * blockLength;
-    for (; line < position.line && offset < text.size(); ++offset) {
-      line += endsLine(offset) ? 1 : 0;
-    }
-    lineStart = line == position.line ? offset : nowhere;
+  if (position.line == 0 || position.column == 0 || position.line > lineStarts.size()) {
+    return nowhere;
   }
-  const std::size_t inLine = position.column - std::size_t{1};
-  return position.column == 0 || lineStart == nowhere || inLine > text.size() - lineStart ? nowhere
-                                                                                          : lineStart + inLine;
-}
-
-std::size_t TokenPositions::pairsBefore(std::size_t offset) const {
-  const std::size_t block = offset / blockLength;
-  const auto from = text.begin() + static_cast<std::ptrdiff_t>(block * blockLength);
-  return blocks[block].pairs + static_cast<std::size_t>(std::count_if(
-                                   from, text.begin() + static_cast<std::ptrdiff_t>(offset), isLowSurrogate));
+  const std::size_t offset = lineStarts[position.line - 1] + position.column - std::size_t{1};
+  return offset > text.size() ? nowhere : offset;
 }
 
 Position TokenPositions::positionAt(std::size_t offset) const {
-  const std::size_t block = offset / blockLength;
-  std::uint64_t line = blocks[block].line;
-  std::size_t lineStart = blocks[block].lineStart;
-  for (std::size_t i = block * blockLength; i < offset; ++i) {
-    if (endsLine(i)) {
-      ++line;
-      lineStart = i + 1;
-    }
-  }
-  return {line, offset - lineStart - (pairsBefore(offset) - pairsBefore(lineStart)) + 1};
+  const auto next = std::ranges::upper_bound(lineStarts, offset);
+  const std::size_t lineStart = *std::prev(next);
+  const auto pairsBefore = std::ranges::lower_bound(pairs, offset) - std::ranges::lower_bound(pairs, lineStart);
+  return {static_cast<std::uint64_t>(next - lineStarts.begin()),
+          offset - lineStart - static_cast<std::size_t>(pairsBefore) + 1};
 }
 
 // The offset of a position, with the unit behind it decoded.

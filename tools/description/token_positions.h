@@ -69,13 +69,6 @@ class TokenPositions {
   Value unclosedValue(const ParserPosition& from, const ParserPosition& to);
 
  private:
-  // Of the text at the start of a block.
-  struct Block {
-    std::uint32_t line;
-    std::size_t lineStart;
-    std::size_t pairs;  // surrogate pairs before
-  };
-
   struct Attribute {
     std::size_t start;
     std::size_t nameEnd;
@@ -91,7 +84,6 @@ class TokenPositions {
   std::optional<Attribute> attributeAt(std::size_t offset) const;
   bool endsLine(std::size_t offset) const;
   std::size_t offsetOf(const ParserPosition& position) const;
-  std::size_t pairsBefore(std::size_t offset) const;
   Position positionAt(std::size_t offset) const;
   std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
   std::size_t startOfTag(std::size_t end);
@@ -104,11 +96,11 @@ class TokenPositions {
   std::unique_ptr<xercesc::XMLTranscoder> transcoder;
   bool isDecoded = false;
   std::size_t decodedBytes = 0;
-  std::u16string text;  // decoded as the parser does, as far as somebody asked, and up to what cannot be
-  Block nextBlock{.line = 1, .lineStart = 0, .pairs = 0};
-  std::size_t indexed = 0;  // of the text; `nextBlock` is that of what follows
-  std::vector<Block> blocks;
-  std::size_t tagEnd = 0;  // of the tag that was asked for last
+  std::u16string text;      // decoded as the parser does, as far as somebody asked, and up to what cannot be
+  std::size_t indexed = 0;  // of the text
+  std::vector<std::uint32_t> lineStarts = {0};  // offsets
+  std::vector<std::uint32_t> pairs;             // offsets of the second halves of surrogate pairs
+  std::size_t tagEnd = 0;                       // of the tag that was asked for last
   std::size_t tagStart = 0;
   std::vector<Attribute> attributes;  // of that tag, once one was asked for
 };
