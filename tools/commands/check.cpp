@@ -9,7 +9,6 @@
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/quoting.h"
-#include "io/suggestion.h"
 #include "io/terminal_text.h"
 
 #include <unistd.h>

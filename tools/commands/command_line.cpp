@@ -2,7 +2,6 @@
 
 #include "io/printed_output.h"
 #include "io/quoting.h"
-#include "io/suggestion.h"
 #include "io/terminal_text.h"
 #include "release.h"
 

@@ -1,20 +1,219 @@
 // qzjexxml diff: what differs between two manifests, or two project descriptions.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/comparison.h"
 #include "commands/each_file.h"
 #include "commands/loading.h"
+#include "commands/record_rows.h"
 #include "commands/run_with_parser.h"
 #include "description/description.h"
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/printed_output.h"
+#include "io/quoting.h"
+#include "io/terminal_text.h"
+#include "manifest/populate_kiv_data.h"
 
+#include <qzjexxml/kiv_data.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <iostream>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 namespace tool {
 namespace {
+
+// The attributes that the element has, each after a space: the required ones, the others, or all.
+enum class Which { required, others, all };
+
+std::string attributesOf(const Element& element, Which which, bool areCut = false) {
+  std::string text;
+  for (const AttributeKind& attribute : element.kind->attributes) {
+    if (which == Which::all || attribute.required == (which == Which::required)) {
+      if (const auto value = element.value(attribute)) {
+        text += ' ' + attribute.name + '=' + (areCut ? inQuotes(*value) : '"' + *value + '"');
+      }
+    }
+  }
+  return text;
+}
+
+// The names of the elements above and of its own, without the root element's, each before a blank.
+std::string pathTo(const Element& element, const Description& description) {
+  const Element& parent = description.elements[element.parent];
+  return &parent == &element ? "" : pathTo(parent, description) + element.kind->name + ' ';
+}
+
+std::string ordinal(std::size_t number) {
+  const std::size_t last = number % 100 / 10 == 1 ? 0 : number % 10;
+  return std::to_string(number) + (last == 1 ? "st" : last == 2 ? "nd" : last == 3 ? "rd" : "th");
+}
+
+// What two descriptions of one kind say, as named values of which one has others than the other.
+class Comparison {
+ public:
+  // Adds the elements of a project, each named by its parent's attributes and those that it is required to have; of a
+  // manifest, those whose attributes are not in its record, and the record. A project has no tree.
+  void add(std::size_t side, const Description& description, const jexxml::KivMaster& tree);
+
+  // Prints a line for each value that was added (+) or removed (-), or is another (!), or one line when only their
+  // order is. Returns whether there is a difference.
+  bool print();
+
+ private:
+  // What the name of a row begins with, and what stands between its name and its value.
+  struct Group {
+    std::string name;
+    const char* separator = "";
+  };
+
+  struct Row {
+    auto name() const { return std::tie(group, key, number); }
+
+    std::size_t group;
+    std::string_view key;
+    std::string_view value;
+    std::size_t number = 1;  // among those with this key
+  };
+
+  struct Rows {
+    KIVData record;  // the rows refer to its texts, or to these
+    std::deque<std::string> texts;
+    std::vector<Row> rows;
+  };
+
+  void addRecord(Rows& rows, const jexxml::KivMaster& tree);
+  std::size_t groupOf(const std::string& id, const Group& group);
+  std::size_t groupIn(const Element& parent, const Description& description);
+  static std::vector<const Row*> ordered(Rows& side);
+  void printLine(char sign, const Row& row, std::string_view newValue) const;
+
+  std::array<Rows, 2> sides;
+  std::map<std::string, std::size_t> groupNumbers;
+  std::vector<Group> groups;
+};
+
+std::size_t Comparison::groupOf(const std::string& id, const Group& group) {
+  const auto [found, isNew] = groupNumbers.emplace(id, groups.size());
+  if (isNew) {
+    groups.push_back(group);
+  }
+  return found->second;
+}
+
+void Comparison::addRecord(Rows& rows, const jexxml::KivMaster& tree) {
+  jexxml::populateKivData(tree, rows.record);
+  for (const Section& section : sections) {
+    const bool isOrdered = section.separator == nullptr;
+    const std::string name = section.row + std::string(" ");
+    const std::size_t group = groupOf(name, {name, isOrdered ? "" : section.separator});
+    section.forEach(rows.record, [&](const std::string& key, const std::string& value) {
+      rows.rows.push_back({group, key, isOrdered ? std::string_view() : std::string_view(value)});
+    });
+  }
+}
+
+void Comparison::add(std::size_t side, const Description& description, const jexxml::KivMaster& tree) {
+  Rows& rows = sides.at(side);
+  constexpr auto unknown = static_cast<std::size_t>(-1);
+  std::vector<std::size_t> groupsIn(description.elements.size(), unknown);  // by the parent
+  for (const Element& element : description.elements) {
+    if (description.isManifest() && element.parent != 0) {
+      continue;
+    }
+    const bool isRoot = &element == &description.elements.front();
+    const std::string required = attributesOf(element, Which::required);
+    std::string others = attributesOf(element, Which::others);
+    if (required.empty() && others.empty()) {
+      continue;
+    }
+    std::size_t& group = groupsIn[element.parent];
+    if (group == unknown) {
+      group = groupIn(description.elements[element.parent], description);
+    }
+    const std::string& key = rows.texts.emplace_back((isRoot ? "root element" : element.kind->name) + required);
+    rows.rows.push_back({group, key, rows.texts.emplace_back(std::move(others))});
+  }
+  addRecord(rows, tree);
+}
+
+std::size_t Comparison::groupIn(const Element& parent, const Description& description) {
+  const std::string path = pathTo(parent, description);
+  const std::string name = path.substr(0, path.size() - (path.empty() ? 0 : 1));
+  return path.empty() ? groupOf("", {})  // the root element
+                      : groupOf(name + attributesOf(parent, Which::all),
+                                {name + attributesOf(parent, Which::all, true) + ' ', ""});
+}
+
+// By their names. Numbers those of one key.
+std::vector<const Comparison::Row*> Comparison::ordered(Rows& side) {
+  const auto key = [](const Row* row) { return std::tie(row->group, row->key); };
+  std::vector<Row*> rows;
+  rows.reserve(side.rows.size());
+  for (Row& row : side.rows) {
+    rows.push_back(&row);
+  }
+  if (!std::ranges::is_sorted(rows, {}, key)) {
+    std::ranges::stable_sort(rows, {}, key);
+  }
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    rows[i]->number = key(rows[i - 1]) == key(rows[i]) ? rows[i - 1]->number + 1 : 1;
+  }
+  return {rows.begin(), rows.end()};
+}
+
+void Comparison::printLine(char sign, const Row& row, std::string_view newValue) const {
+  const Group& group = groups[row.group];
+  std::cout << sign << ' ' << escapeForTerminal(group.name) << escapeForTerminal(row.key);
+  if (row.number > 1) {
+    std::cout << " (" << ordinal(row.number) << ')';
+  }
+  std::cout << group.separator << escapeForTerminal(row.value);
+  if (sign == '!') {
+    std::cout << ", now" << group.separator << escapeForTerminal(newValue);
+  }
+  std::cout << '\n';
+}
+
+bool Comparison::print() {
+  const std::vector<const Row*> before = ordered(sides[0]);
+  const std::vector<const Row*> after = ordered(sides[1]);
+  bool isSame = true;
+  std::vector<const Row*> removed;
+  auto old = before.begin();
+  for (const Row* row : after) {
+    for (; old != before.end() && (*old)->name() < row->name(); ++old) {
+      removed.push_back(*old);
+    }
+    const bool isNew = old == before.end() || (*old)->name() != row->name();
+    if (isNew || (*old)->value != row->value) {
+      isNew ? printLine('+', *row, {}) : printLine('!', **old, row->value);
+      isSame = false;
+    }
+    old += isNew ? 0 : 1;
+  }
+  removed.insert(removed.end(), old, before.end());
+  for (const Row* row : removed) {
+    printLine('-', *row, {});
+  }
+  if (!isSame || !removed.empty()) {
+    return true;
+  }
+  const auto moved = std::ranges::mismatch(sides[0].rows, sides[1].rows, {}, &Row::name, &Row::name).in2;
+  if (moved != sides[1].rows.end()) {
+    std::cout << "! " << escapeForTerminal(groups[moved->group].name) << escapeForTerminal(moved->key)
+              << " in another order\n";
+  }
+  return moved != sides[1].rows.end();
+}
 
 struct Options {
   std::string oldFile;
@@ -25,7 +224,7 @@ struct Options {
 enum class Kind { either, manifest, project };
 
 // Adds what is compared of a file.
-ExitStatus load(const std::string& file, Comparison::Side side, Comparison& comparison, Kind& kind) {
+ExitStatus load(const std::string& file, std::size_t side, Comparison& comparison, Kind& kind) {
   return forEachFile({file}, [&](const std::string&) {
     const InputFile input(file);
     Description description(input.path());
@@ -45,8 +244,8 @@ ExitStatus diffFiles(const Options& options) {
   Comparison comparison;
   Kind before = Kind::either;
   Kind after = Kind::either;
-  const ExitStatus first = load(options.oldFile, Comparison::Side::before, comparison, before);
-  const ExitStatus second = load(options.newFile, Comparison::Side::after, comparison, after);
+  const ExitStatus first = load(options.oldFile, 0, comparison, before);
+  const ExitStatus second = load(options.newFile, 1, comparison, after);
   if (first != allGood || second != allGood) {
     return wrongUsage;
   }

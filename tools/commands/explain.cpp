@@ -8,7 +8,6 @@
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/quoting.h"
-#include "io/suggestion.h"
 #include "io/terminal_text.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "description/rules.h"
 
 #include "io/quoting.h"
-#include "io/suggestion.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,6 @@
 #include "description/unknown_names.h"
 
 #include "io/quoting.h"
-#include "io/suggestion.h"
 #include "text/lcp_text.h"
 
 #include <algorithm>

@@ -1,6 +1,35 @@
 #include "io/quoting.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <utility>
+
 namespace tool {
+namespace {
+
+constexpr std::size_t far = 3;
+
+// Levenshtein's distance; `far` for names that are long, or whose lengths already differ so much.
+std::size_t distance(std::string_view from, std::string_view to) {
+  constexpr std::size_t longest = 40;
+  if (std::max(from.size(), to.size()) - std::min(from.size(), to.size()) >= far || from.size() > longest) {
+    return far;
+  }
+  std::vector<std::size_t> row(to.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    std::size_t diagonal = std::exchange(row[0], i + 1);
+    for (std::size_t k = 0; k < to.size(); ++k) {
+      const std::size_t replaced = diagonal + (from[i] == to[k] ? 0 : 1);
+      diagonal = row[k + 1];
+      row[k + 1] = std::min({replaced, diagonal + 1, row[k] + 1});
+    }
+  }
+  return row.back();
+}
+
+}  // namespace
 
 std::string inQuotes(std::string_view name) {
   std::size_t length = 100;
@@ -11,6 +40,19 @@ std::string inQuotes(std::string_view name) {
     --length;
   }
   return '"' + std::string(name.substr(0, length)) + "...\"";
+}
+
+std::string suggestion(std::string_view name, const std::vector<std::string_view>& names) {
+  std::size_t least = far;
+  std::string_view nearest;
+  for (const std::string_view other : names) {
+    const std::size_t steps = distance(name, other);
+    if (steps < std::min(least, other.size())) {
+      least = steps;
+      nearest = other;
+    }
+  }
+  return nearest.empty() ? "" : "; did you mean " + inQuotes(nearest) + "?";
 }
 
 }  // namespace tool
