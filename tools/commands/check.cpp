@@ -1,8 +1,7 @@
 // qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/each_file.h"
-#include "commands/run_with_parser.h"
+#include "commands/running.h"
 #include "description/description.h"
 #include "description/description_json.h"
 #include "description/entries.h"

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_COMMANDS_COMMAND_LINE_H
 #define QZJEXXML_TOOLS_COMMANDS_COMMAND_LINE_H
 
-#include "io/exit_status.h"
+#include "io/failure.h"
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "commands/decryption.h"
 
-#include "commands/each_file.h"
+#include "commands/running.h"
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/library_diagnostics.h"

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_COMMANDS_DECRYPTION_H
 #define QZJEXXML_TOOLS_COMMANDS_DECRYPTION_H
 
-#include "io/exit_status.h"
+#include "io/failure.h"
 #include "io/passphrase.h"
 
 #include <qzjexxml/kiv_byte_array.h>

@@ -1,10 +1,9 @@
 // qzjexxml diff: what differs between two manifests, or two project descriptions.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/each_file.h"
 #include "commands/loading.h"
 #include "commands/record_rows.h"
-#include "commands/run_with_parser.h"
+#include "commands/running.h"
 #include "description/description.h"
 #include "io/failure.h"
 #include "io/input_file.h"

@@ -2,7 +2,7 @@
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/decryption.h"
-#include "commands/each_file.h"
+#include "commands/running.h"
 #include "filestore/encrypted_file.h"
 #include "filestore/secret_byte_array.h"
 #include "io/failure.h"

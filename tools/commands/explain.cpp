@@ -1,8 +1,7 @@
 // qzjexxml explain: where an entry of a description comes from.
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/each_file.h"
-#include "commands/run_with_parser.h"
+#include "commands/running.h"
 #include "description/description.h"
 #include "description/entries.h"
 #include "io/failure.h"

@@ -1,7 +1,6 @@
 #include "commands/loading.h"
 
-#include "commands/each_file.h"
-#include "commands/run_with_parser.h"
+#include "commands/running.h"
 #include "description/description_json.h"
 #include "io/failure.h"
 #include "io/input_file.h"

@@ -1,14 +1,15 @@
-// Failure: why something cannot be done, for the user; and how the user is told.
+// Failure: why something cannot be done, for the user; how the user is told; and the exit status.
 #ifndef QZJEXXML_TOOLS_IO_FAILURE_H
 #define QZJEXXML_TOOLS_IO_FAILURE_H
-
-#include "io/exit_status.h"
 
 #include <stdexcept>
 #include <string>
 #include <utility>
 
 namespace tool {
+
+// The command's exit status. Of several outcomes, the worst is the greatest.
+enum ExitStatus { allGood = 0, fileFailed = 1, differ = 1, wrongUsage = 2 };
 
 struct Failure : std::runtime_error {
   // `name` is what it cannot be done with; the command's own file if it is empty.

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
 #define QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
 
-#include "io/exit_status.h"
+#include "io/failure.h"
 #include "io/scoped_streambuf.h"
 
 #include <functional>

@@ -1,10 +1,12 @@
-#include "commands/each_file.h"
+#include "commands/running.h"
 
+#include "document/parser_library.h"
 #include "io/failure.h"
 #include "io/printed_output.h"
 #include "io/progress.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cstddef>
 #include <iostream>
 #include <new>
@@ -27,6 +29,15 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
     clearProgress();
   }
   return finishOutput(status);
+}
+
+ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                         const std::function<ExitStatus()>& command) {
+  if (!asJson) {
+    std::setlocale(LC_CTYPE, "");
+  }
+  const jexxml::ParserLibrary started;  // over many loads: a start takes longer than a small file
+  return printTo(output, inputs, command);
 }
 
 }  // namespace tool

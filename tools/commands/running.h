@@ -1,0 +1,26 @@
+// Running a command, and over files.
+#ifndef QZJEXXML_TOOLS_COMMANDS_RUNNING_H
+#define QZJEXXML_TOOLS_COMMANDS_RUNNING_H
+
+#include "io/failure.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+// Runs the command for each file, whatever becomes of the others, then finishOutput; a Failure and
+// std::bad_alloc are reported. Returns the worst outcome. Of long work, a terminal on the standard error stream shows
+// how far it is.
+ExitStatus forEachFile(const std::vector<std::string>& files,
+                       const std::function<ExitStatus(const std::string&)>& command);
+
+// Runs the command with Xerces-C started, and with what it prints in `output`, which is none of the inputs.
+// Texts come in the locale encoding; for JSON in UTF-8, which the library gives in the "C" locale.
+ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+                         const std::function<ExitStatus()>& command);
+
+}  // namespace tool
+
+#endif  // QZJEXXML_TOOLS_COMMANDS_RUNNING_H
