@@ -15,22 +15,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tool {
 namespace {
-
-struct Options {
-  std::vector<std::string> files;
-  std::string output;
-  bool json = false;
-  std::vector<std::string> ignored;
-  bool errorsOnly = false;
-  std::string color = "auto";
-};
 
 std::string positionOf(const std::string& file, Description& description, const Entry& entry) {
   return positionOf(file, description.positionOf(entry.element->tag()));
@@ -177,22 +167,22 @@ ExitStatus checkFiles(const Options& options) {
   });
 }
 
+ExitStatus check(const Options& options) {
+  return runWithParser(options, options.files, [&] { return checkFiles(options); });
+}
+
 }  // namespace
 
 void addCheck(CommandLine& line) {
-  const auto options = std::make_shared<Options>();
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
-           "check --ignore stray-target manifest.xml",
-           [options] {
-             return runWithParser(options->output, options->files, options->json, [&] { return checkFiles(*options); });
-           })
-      .files(options->files)
-      .output(options->output)
-      .flag("--json", options->json, "Print one JSON object for each file, on a line")
-      .options("--ignore", options->ignored, "RULE", "Do not warn by this rule; may be given several times",
+           "check --ignore stray-target manifest.xml", check)
+      .files()
+      .output()
+      .json()
+      .options("--ignore", &Options::ignored, "RULE", "Do not warn by this rule; may be given several times",
                ignoreError)
-      .flag("--errors-only", options->errorsOnly, "Report errors only")
-      .choice("--color", options->color, "WHEN", {"auto", "always", "never"},
+      .flag("--errors-only", &Options::errorsOnly, "Report errors only")
+      .choice("--color", &Options::color, "WHEN", {"auto", "always", "never"},
               "Color severities and positions; auto is on a terminal");
 }
 

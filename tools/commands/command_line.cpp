@@ -15,53 +15,52 @@
 
 namespace tool {
 
-Command& Command::argument(const char* name, std::string& value, const char* text) {
-  app->add_option(name, value, text)->required()->type_name("");
+Command& Command::argument(const char* name, std::string Options::*value, const char* text) {
+  app->add_option(name, given->*value, text)->required()->type_name("");
   return *this;
 }
 
-Command& Command::optional(const char* name, std::string& value, const char* text,
-                           std::string (*validationError)(std::string_view value)) {
-  app->add_option(name, value, text)->type_name("")->check([validationError](const std::string& given) {
-    return validationError(given);
-  });
+Command& Command::optional(const char* name, std::string Options::*value, const char* text,
+                           std::string (*validationError)(const std::string&)) {
+  app->add_option(name, given->*value, text)->type_name("")->check(validationError);
   return *this;
 }
 
-Command& Command::files(std::vector<std::string>& names) {
-  app->add_option("FILE", names, "The files; - is the standard input")->required()->type_name("");
+Command& Command::files() {
+  app->add_option("FILE", given->files, "The files; - is the standard input")->required()->type_name("");
   return *this;
 }
 
-Command& Command::flag(const char* name, bool& value, const char* text) {
-  app->add_flag(name, value, text);
+Command& Command::flag(const char* name, bool Options::*value, const char* text) {
+  app->add_flag(name, given->*value, text);
   return *this;
 }
 
-Command& Command::options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
-                          std::string (*validationError)(std::string_view value)) {
-  app->add_option(name, values, text)
-      ->type_name(placeholder)
-      ->allow_extra_args(false)
-      ->check([validationError](const std::string& value) { return validationError(value); });
+Command& Command::options(const char* name, std::vector<std::string> Options::*values, const char* placeholder,
+                          const char* text, std::string (*validationError)(const std::string&)) {
+  app->add_option(name, given->*values, text)->type_name(placeholder)->allow_extra_args(false)->check(validationError);
   return *this;
 }
 
-Command& Command::choice(const char* name, std::string& value, const char* placeholder,
+Command& Command::choice(const char* name, std::string Options::*value, const char* placeholder,
                          const std::vector<std::string>& choices, const char* text) {
-  app->add_option(name, value, text)->type_name(placeholder)->check(CLI::IsMember(choices));
+  app->add_option(name, given->*value, text)->type_name(placeholder)->check(CLI::IsMember(choices));
   return *this;
 }
 
-Command& Command::output(std::string& file) {
-  app->add_option("-o,--output", file, "Write to this file, atomically; - is the standard output")
+Command& Command::json() { return flag("--json", &Options::json, "Print one JSON object for each file, on a line"); }
+
+Command& Command::force() { return flag("--force", &Options::force, "Replace what exists"); }
+
+Command& Command::output() {
+  app->add_option("-o,--output", given->output, "Write to this file, atomically; - is the standard output")
       ->type_name("OUT")
       ->check([](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
   return *this;
 }
 
-Command& Command::passphraseFile(std::string& file) {
-  app->add_option("--passphrase-file", file,
+Command& Command::passphraseFile() {
+  app->add_option("--passphrase-file", given->passphraseFile,
                   "Take the passphrase from the first line of this file; - is the standard input")
       ->type_name("F");
   return *this;
@@ -89,11 +88,11 @@ CommandLine::CommandLine()
 CommandLine::~CommandLine() = default;
 
 Command CommandLine::add(const char* name, const char* text, const char* example,
-                         const std::function<ExitStatus()>& command) {
+                         ExitStatus (*command)(const Options&)) {
   CLI::App* added = app->add_subcommand(name, text);
   added->footer(std::string("Example: qzjexxml ") + example + '\n' + app->get_footer());
-  added->callback([this, command] { status = command(); });
-  return Command(*added);
+  added->callback([this, command] { status = command(options); });
+  return {*added, options};
 }
 
 // Of an argument that is not expected.

@@ -4,10 +4,8 @@
 
 #include "io/failure.h"
 
-#include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -16,29 +14,47 @@ class App;
 
 namespace tool {
 
-// Options and arguments of one command, with the texts of its help. The values are filled before the command runs, and
-// outlive the command line.
+// What is given to a command. Each takes some of these.
+struct Options {
+  std::vector<std::string> files;
+  std::string file;  // of a command that takes one, or two
+  std::string other;
+  std::string key;  // an entry's, or the name of a rule
+  std::string output;
+  std::string passphraseFile;
+  std::string color = "auto";
+  std::vector<std::string> ignored;
+  bool errorsOnly = false;
+  bool force = false;
+  bool json = false;
+  bool tree = false;
+};
+
+// Options and arguments of one command, with the texts of its help.
 class Command {
  public:
-  explicit Command(CLI::App& added) : app(&added) {}
+  Command(CLI::App& added, Options& filled) : app(&added), given(&filled) {}
 
-  Command& argument(const char* name, std::string& value, const char* text);
-  Command& files(std::vector<std::string>& names);
-  Command& flag(const char* name, bool& value, const char* text);
+  Command& argument(const char* name, std::string Options::*value, const char* text);
+  Command& files();
+  Command& flag(const char* name, bool Options::*value, const char* text);
   // `validationError` says what is wrong with a value, or nothing.
-  Command& optional(const char* name, std::string& value, const char* text,
-                    std::string (*validationError)(std::string_view value));
+  Command& optional(const char* name, std::string Options::*value, const char* text,
+                    std::string (*validationError)(const std::string&));
   // May be given several times.
-  Command& options(const char* name, std::vector<std::string>& values, const char* placeholder, const char* text,
-                   std::string (*validationError)(std::string_view value));
-  Command& choice(const char* name, std::string& value, const char* placeholder,
+  Command& options(const char* name, std::vector<std::string> Options::*values, const char* placeholder,
+                   const char* text, std::string (*validationError)(const std::string&));
+  Command& choice(const char* name, std::string Options::*value, const char* placeholder,
                   const std::vector<std::string>& choices, const char* text);
-  Command& output(std::string& file);
-  Command& passphraseFile(std::string& file);
+  Command& json();
+  Command& force();
+  Command& output();
+  Command& passphraseFile();
   Command& excludes(const char* name, const char* other);
 
  private:
   CLI::App* app;
+  Options* given;
 };
 
 class CommandLine {
@@ -49,7 +65,7 @@ class CommandLine {
   ~CommandLine();
 
   // `example` are arguments.
-  Command add(const char* name, const char* text, const char* example, const std::function<ExitStatus()>& command);
+  Command add(const char* name, const char* text, const char* example, ExitStatus (*command)(const Options&));
 
   // Runs the command that is asked for. Wrong usage is reported.
   ExitStatus run(std::vector<std::string> arguments);
@@ -58,6 +74,7 @@ class CommandLine {
   std::string usageError(const std::string& argument) const;
 
   std::unique_ptr<CLI::App> app;
+  Options options;
   ExitStatus status = allGood;
 };
 

@@ -8,7 +8,6 @@
 
 #include <sys/types.h>
 
-#include <memory>
 #include <string>
 
 namespace tool {
@@ -16,18 +15,12 @@ namespace {
 
 using jexxml::SecretByteArray;
 
-struct Options {
-  std::string file;
-  std::string output = "-";
-  bool force = false;
-  std::string passphraseFile;
-};
-
 // Writes the plaintext to the output, atomically to a file, to a new one with mode 0600.
 ExitStatus decryptFile(const Options& options) {
-  if (options.output != "-") {
-    requireNotAnInput(options.output, identitiesOf({options.file, options.passphraseFile}));
-    requireReplaceable(options.output, options.force);
+  const std::string target = options.output.empty() ? "-" : options.output;
+  if (target != "-") {
+    requireNotAnInput(target, identitiesOf({options.file, options.passphraseFile}));
+    requireReplaceable(target, options.force);
   }
   return withPassphrase({options.file}, options.passphraseFile, false,
                         [&](const std::string& file, Passphrase& passphrase) {
@@ -36,7 +29,7 @@ ExitStatus decryptFile(const Options& options) {
                           if (decrypt(file, passphrase, plaintext) != allGood) {
                             return fileFailed;
                           }
-                          SafeOutput output(options.output, forOwner, options.force);
+                          SafeOutput output(target, forOwner, options.force);
                           output.write({plaintext.data, plaintext.length});
                           output.commit();
                           return allGood;
@@ -46,13 +39,11 @@ ExitStatus decryptFile(const Options& options) {
 }  // namespace
 
 void addDecrypt(CommandLine& line) {
-  const auto options = std::make_shared<Options>();
-  line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc",
-           [options] { return decryptFile(*options); })
-      .argument("FILE", options->file, "The file")
-      .flag("--force", options->force, "Replace what exists")
-      .output(options->output)
-      .passphraseFile(options->passphraseFile);
+  line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc", decryptFile)
+      .argument("FILE", &Options::file, "The file")
+      .force()
+      .output()
+      .passphraseFile();
 }
 
 }  // namespace tool

@@ -20,7 +20,6 @@
 #include <deque>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -214,12 +213,6 @@ bool Comparison::print() {
   return moved != sides[1].rows.end();
 }
 
-struct Options {
-  std::string oldFile;
-  std::string newFile;
-  std::string output;
-};
-
 enum class Kind { either, manifest, project };
 
 // Adds what is compared of a file.
@@ -243,36 +236,35 @@ ExitStatus diffFiles(const Options& options) {
   Comparison comparison;
   Kind before = Kind::either;
   Kind after = Kind::either;
-  const ExitStatus first = load(options.oldFile, 0, comparison, before);
-  const ExitStatus second = load(options.newFile, 1, comparison, after);
+  const ExitStatus first = load(options.file, 0, comparison, before);
+  const ExitStatus second = load(options.other, 1, comparison, after);
   if (first != allGood || second != allGood) {
     return wrongUsage;
   }
   if (before != after && before != Kind::either && after != Kind::either) {
-    report(options.newFile, after == Kind::project ? "is a project description, and the other file a manifest"
-                                                   : "is a manifest, and the other file a project description");
+    report(options.other, after == Kind::project ? "is a project description, and the other file a manifest"
+                                                 : "is a manifest, and the other file a project description");
     return wrongUsage;
   }
   return finishOutput(comparison.print() ? differ : allGood);
 }
 
+ExitStatus diff(const Options& options) {
+  try {
+    return runWithParser(options, {options.file, options.other}, [&] { return diffFiles(options); });
+  } catch (const Failure& failure) {
+    report(failure.subject, failure.what());
+    return wrongUsage;
+  }
+}
+
 }  // namespace
 
 void addDiff(CommandLine& line) {
-  const auto options = std::make_shared<Options>();
-  line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml",
-           [options]() -> ExitStatus {
-             try {
-               return runWithParser(options->output, {options->oldFile, options->newFile}, false,
-                                    [&] { return diffFiles(*options); });
-             } catch (const Failure& failure) {
-               report(failure.subject, failure.what());
-               return wrongUsage;
-             }
-           })
-      .argument("OLD", options->oldFile, "The description before")
-      .argument("NEW", options->newFile, "The description after")
-      .output(options->output);
+  line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml", diff)
+      .argument("OLD", &Options::file, "The description before")
+      .argument("NEW", &Options::other, "The description after")
+      .output();
 }
 
 }  // namespace tool

@@ -20,7 +20,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -29,13 +28,6 @@ namespace tool {
 namespace {
 
 using jexxml::SecretByteArray;
-
-struct Options {
-  std::vector<std::string> files;
-  std::string output;
-  bool force = false;
-  std::string passphraseFile;
-};
 
 // Whether what is written there mixes with what is printed.
 bool isStandardOutput(const SafeOutput& output) {
@@ -121,13 +113,11 @@ ExitStatus encryptFiles(const Options& options) {
 }  // namespace
 
 void addEncrypt(CommandLine& line) {
-  const auto options = std::make_shared<Options>();
-  line.add("encrypt", "Encrypt files, each into the .enc file beside it", "encrypt manifest.xml",
-           [options] { return encryptFiles(*options); })
-      .files(options->files)
-      .flag("--force", options->force, "Replace what exists")
-      .output(options->output)
-      .passphraseFile(options->passphraseFile);
+  line.add("encrypt", "Encrypt files, each into the .enc file beside it", "encrypt manifest.xml", encryptFiles)
+      .files()
+      .force()
+      .output()
+      .passphraseFile();
 }
 
 }  // namespace tool

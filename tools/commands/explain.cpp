@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -74,24 +73,17 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
   });
 }
 
-struct Options {
-  std::string file;
-  std::string key;
-  std::string output;
-};
+ExitStatus explain(const Options& options) {
+  return runWithParser(options, {options.file}, [&] { return explainEntry(options.file, options.key); });
+}
 
 }  // namespace
 
 void addExplain(CommandLine& line) {
-  const auto options = std::make_shared<Options>();
-  line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME",
-           [options] {
-             return runWithParser(options->output, {options->file}, false,
-                                  [&] { return explainEntry(options->file, options->key); });
-           })
-      .argument("FILE", options->file, "The description")
-      .argument("KEY", options->key, "The name of a root macro; the source or target of a file; a search path")
-      .output(options->output);
+  line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME", explain)
+      .argument("FILE", &Options::file, "The description")
+      .argument("KEY", &Options::key, "The name of a root macro; the source or target of a file; a search path")
+      .output();
 }
 
 }  // namespace tool

@@ -10,7 +10,6 @@
 #include <qzjexxml/qzjexxml.h>
 
 #include <iostream>
-#include <memory>
 
 namespace tool {
 namespace {
@@ -22,8 +21,10 @@ void printJsonErrors(const std::string& file, const std::vector<Finding>& errors
   json.endFile();
 }
 
-ExitStatus printEach(const LoadOptions& options, LoadCommand* print) {
-  return forEachFile(options.files, [&](const std::string& file) {
+}  // namespace
+
+ExitStatus printEach(const Options& options, Print* print) {
+  const auto printFile = [&](const std::string& file) {
     try {
       const InputFile input(file);
       Description description(input.path());
@@ -41,23 +42,13 @@ ExitStatus printEach(const LoadOptions& options, LoadCommand* print) {
       }
       throw;
     }
-  });
+  };
+  return runWithParser(options, options.files, [&] { return forEachFile(options.files, printFile); });
 }
 
-}  // namespace
-
-void addLoadCommand(CommandLine& line, const char* name, const char* text, const char* example, LoadCommand* print) {
-  const auto options = std::make_shared<LoadOptions>();
-  line.add(name, text, example,
-           [options, print] {
-             return runWithParser(options->output, options->files, options->json,
-                                  [&] { return printEach(*options, print); });
-           })
-      .files(options->files)
-      .output(options->output)
-      .flag("--json", options->json, "Print one JSON object for each file, on a line")
-      .flag("--tree", options->tree, "Print the tree of elements")
-      .excludes("--json", "--tree");
+void addLoadOptions(Command command) {
+  command.files().output().json().flag("--tree", &Options::tree, "Print the tree of elements");
+  command.excludes("--json", "--tree");
 }
 
 ExitStatus reportUnloadable(const std::string& file, const char* path) {

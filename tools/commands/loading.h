@@ -11,20 +11,15 @@
 
 namespace tool {
 
-// The options of such a command.
-struct LoadOptions {
-  std::vector<std::string> files;
-  std::string output;
-  bool json = false;
-  bool tree = false;
-};
+// What such a command is: it runs `print` for each description, with the file's name and the heading of what it prints,
+// which is the name where there are several files. `print` returns false when a load refuses the description. With
+// --json, what keeps a file from loading is printed in an object of its own.
+using Print = bool(const Options& options, const std::string& file, Description& description,
+                   const std::string& heading);
+ExitStatus printEach(const Options& options, Print* print);
 
-// Adds a command that runs `print` for each description, with the file's name and the heading of what it prints: the
-// name, where there are several files. `print` returns false when a load refuses the description. With --json, what
-// keeps a file from loading is printed in an object of its own.
-using LoadCommand = bool(const LoadOptions& options, const std::string& file, Description& description,
-                         const std::string& heading);
-void addLoadCommand(CommandLine& line, const char* name, const char* text, const char* example, LoadCommand* print);
+// Adds the options of such a command.
+void addLoadOptions(Command command);
 
 // Reports why the file at `path` does not load, in the words of a load.
 ExitStatus reportUnloadable(const std::string& file, const char* path);

@@ -51,7 +51,7 @@ void printJson(const std::string& file, const KIVData& record) {
   json.endFile();
 }
 
-bool printManifest(const LoadOptions& options, const std::string& file, Description& description,
+bool printManifest(const Options& options, const std::string& file, Description& description,
                    const std::string& heading) {
   jexxml::KivMaster tree;
   if (!description.build(tree)) {
@@ -78,7 +78,8 @@ bool printManifest(const LoadOptions& options, const std::string& file, Descript
 }  // namespace
 
 void addManifest(CommandLine& line) {
-  addLoadCommand(line, "manifest", "Print archive manifests", "manifest --json manifest.xml", printManifest);
+  addLoadOptions(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml",
+                          [](const Options& options) { return printEach(options, printManifest); }));
 }
 
 }  // namespace tool

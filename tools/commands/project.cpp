@@ -9,7 +9,7 @@
 namespace tool {
 namespace {
 
-bool printProject(const LoadOptions& options, const std::string& file, Description& description,
+bool printProject(const Options& options, const std::string& file, Description& description,
                   const std::string& heading) {
   jexxml::NoxMaster tree;
   if (!description.build(tree)) {
@@ -31,8 +31,9 @@ bool printProject(const LoadOptions& options, const std::string& file, Descripti
 }  // namespace
 
 void addProject(CommandLine& line) {
-  addLoadCommand(line, "project", "Load project descriptions, and print them with --json or --tree",
-                 "project --tree project.xml", printProject);
+  addLoadOptions(line.add("project", "Load project descriptions, and print them with --json or --tree",
+                          "project --tree project.xml",
+                          [](const Options& options) { return printEach(options, printProject); }));
 }
 
 }  // namespace tool

@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <iomanip>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -32,9 +31,9 @@ std::string firstSentence(std::string_view paragraph) {
 }
 
 // Prints a line for each rule, or what the document says of one.
-ExitStatus printRules(const std::string& name) {
-  if (!name.empty()) {
-    std::cout << paragraphOf(*ruleNamed(name)) << '\n';
+ExitStatus printRules(const Options& options) {
+  if (!options.key.empty()) {
+    std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';
     return finishOutput(allGood);
   }
   for (std::size_t i = 0; i < Rules().size(); ++i) {
@@ -48,10 +47,8 @@ ExitStatus printRules(const std::string& name) {
 }  // namespace
 
 void addRules(CommandLine& line) {
-  const auto name = std::make_shared<std::string>();
-  line.add("rules", "List the rules of check, or explain one", "rules stray-target",
-           [name] { return printRules(*name); })
-      .optional("NAME", *name, "The rule", ruleError);
+  line.add("rules", "List the rules of check, or explain one", "rules stray-target", printRules)
+      .optional("NAME", &Options::key, "The rule", ruleError);
 }
 
 }  // namespace tool

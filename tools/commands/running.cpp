@@ -31,13 +31,13 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
   return finishOutput(status);
 }
 
-ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+ExitStatus runWithParser(const Options& options, const std::vector<std::string>& inputs,
                          const std::function<ExitStatus()>& command) {
-  if (!asJson) {
+  if (!options.json) {
     std::setlocale(LC_CTYPE, "");
   }
   const jexxml::ParserLibrary started;  // over many loads: a start takes longer than a small file
-  return printTo(output, inputs, command);
+  return printTo(options.output, inputs, command);
 }
 
 }  // namespace tool

@@ -2,7 +2,7 @@
 #ifndef QZJEXXML_TOOLS_COMMANDS_RUNNING_H
 #define QZJEXXML_TOOLS_COMMANDS_RUNNING_H
 
-#include "io/failure.h"
+#include "commands/command_line.h"
 
 #include <functional>
 #include <string>
@@ -16,9 +16,9 @@ namespace tool {
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command);
 
-// Runs the command with Xerces-C started, and with what it prints in `output`, which is none of the inputs.
+// Runs the command with Xerces-C started, and with what it prints in the output, which is none of the inputs.
 // Texts come in the locale encoding; for JSON in UTF-8, which the library gives in the "C" locale.
-ExitStatus runWithParser(const std::string& output, const std::vector<std::string>& inputs, bool asJson,
+ExitStatus runWithParser(const Options& options, const std::vector<std::string>& inputs,
                          const std::function<ExitStatus()>& command);
 
 }  // namespace tool

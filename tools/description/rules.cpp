@@ -26,11 +26,11 @@ std::optional<Rule> ruleNamed(std::string_view name) {
   return found == names.end() ? std::nullopt : std::optional(static_cast<Rule>(found - names.begin()));
 }
 
-std::string ruleError(std::string_view name) {
+std::string ruleError(const std::string& name) {
   return ruleNamed(name) ? "" : "there is no rule " + inQuotes(name) + suggestion(name, {names.begin(), names.end()});
 }
 
-std::string ignoreError(std::string_view name) {
+std::string ignoreError(const std::string& name) {
   const std::optional<Rule> rule = ruleNamed(name);
   return rule && isError(*rule) ? inQuotes(name) + " is an error, which cannot be ignored" : ruleError(name);
 }

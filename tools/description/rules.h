@@ -45,8 +45,8 @@ bool isError(Rule rule);
 std::optional<Rule> ruleNamed(std::string_view name);
 
 // Why a name is not that of a rule, or of one that can be silenced; empty when it is.
-std::string ruleError(std::string_view name);
-std::string ignoreError(std::string_view name);
+std::string ruleError(const std::string& name);
+std::string ignoreError(const std::string& name);
 
 }  // namespace tool
 
