@@ -8,7 +8,6 @@
 #include "io/failure.h"
 #include "io/input_file.h"
 #include "io/printed_output.h"
-#include "io/quoting.h"
 #include "io/terminal_text.h"
 #include "manifest/populate_kiv_data.h"
 
@@ -28,21 +27,6 @@
 
 namespace tool {
 namespace {
-
-// The attributes that the element has, each after a space: the required ones, the others, or all.
-enum class Which { required, others, all };
-
-std::string attributesOf(const Element& element, Which which, bool areCut = false) {
-  std::string text;
-  for (const AttributeKind& attribute : element.kind->attributes) {
-    if (which == Which::all || attribute.required == (which == Which::required)) {
-      if (const auto value = element.value(attribute)) {
-        text += ' ' + attribute.name + '=' + (areCut ? inQuotes(*value) : '"' + *value + '"');
-      }
-    }
-  }
-  return text;
-}
 
 // The names of the elements above and of its own, without the root element's, each before a blank.
 std::string pathTo(const Element& element, const Description& description) {
@@ -128,8 +112,8 @@ void Comparison::add(std::size_t side, const Description& description, const jex
       continue;
     }
     const bool isRoot = &element == &description.elements.front();
-    const std::string required = attributesOf(element, Which::required);
-    std::string others = attributesOf(element, Which::others);
+    const std::string required = element.attributesText(Element::Which::required);
+    std::string others = element.attributesText(Element::Which::others);
     if (required.empty() && others.empty()) {
       continue;
     }
@@ -147,8 +131,8 @@ std::size_t Comparison::groupIn(const Element& parent, const Description& descri
   const std::string path = pathTo(parent, description);
   const std::string name = path.substr(0, path.size() - (path.empty() ? 0 : 1));
   return path.empty() ? groupOf("", {})  // the root element
-                      : groupOf(name + attributesOf(parent, Which::all),
-                                {name + attributesOf(parent, Which::all, true) + ' ', ""});
+                      : groupOf(name + parent.attributesText(Element::Which::all),
+                                {name + parent.attributesText(Element::Which::all, true) + ' ', ""});
 }
 
 // By their names. Numbers those of one key.

@@ -18,19 +18,6 @@
 namespace tool {
 namespace {
 
-void printComposition(const Element& element, const Element& parent) {
-  const char* separator = "  ";
-  for (const Element* part : {&parent, &element}) {
-    for (const AttributeKind& attribute : part->kind->attributes) {
-      if (const auto value = part->value(attribute)) {
-        std::cout << separator << attribute.name << "=\"" << escapeForTerminal(*value) << '"';
-        separator = " ";
-      }
-    }
-  }
-  std::cout << '\n';
-}
-
 void printOther(const char* relation, const Entry* other, const std::string& file, Description& description) {
   if (other != nullptr) {
     std::cout << "  " << relation << ' '
@@ -59,7 +46,11 @@ ExitStatus explainEntry(const std::string& file, const std::string& key) {
                                                                              : "") +
                                      entry.value)
                 << '\n';
-      printComposition(*entry.element, description.elements[entry.element->parent]);
+      const Element& parent = description.elements[entry.element->parent];
+      std::cout << ' '
+                << escapeForTerminal(parent.attributesText(Element::Which::all) +
+                                     entry.element->attributesText(Element::Which::all))
+                << '\n';
       printOther("overrides", entry.overrides, file, description);
       printOther("overridden by", entry.overriddenBy, file, description);
       found = true;

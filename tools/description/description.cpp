@@ -2,6 +2,7 @@
 
 #include "description/description_parser.h"
 #include "io/library_diagnostics.h"
+#include "io/quoting.h"
 #include "manifest/kiv_data_load.h"
 #include "text/lcp_text.h"
 #include "tree/node_attribute.h"
@@ -29,6 +30,18 @@ std::optional<std::string> Element::value(const AttributeKind& attribute) const 
   jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute.parserName.c_str());
   read.fetch();
   return read.missing ? std::nullopt : std::optional(read.getText());
+}
+
+std::string Element::attributesText(Which which, bool areCut) const {
+  std::string text;
+  for (const AttributeKind& attribute : kind->attributes) {
+    if (which == Which::all || attribute.required == (which == Which::required)) {
+      if (const auto given = value(attribute)) {
+        text += ' ' + attribute.name + '=' + (areCut ? inQuotes(*given) : '"' + *given + '"');
+      }
+    }
+  }
+  return text;
 }
 
 std::string Element::operator[](std::string_view attribute) const {

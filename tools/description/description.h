@@ -45,6 +45,10 @@ struct Element {
   // In the locale encoding; none for an absent attribute.
   std::optional<std::string> value(const AttributeKind& attribute) const;
 
+  // Those of its attributes that it has, each after a space: NAME="VALUE", with long values cut where `areCut` is set.
+  enum class Which { required, others, all };
+  std::string attributesText(Which which, bool areCut = false) const;
+
   // Empty for an absent attribute. REQUIRES: its kind has one of the name.
   std::string operator[](std::string_view attribute) const;
 
