@@ -37,6 +37,9 @@ ExitStatus runWithParser(const Options& options, const std::vector<std::string>&
     std::setlocale(LC_CTYPE, "");
   }
   const jexxml::ParserLibrary started;  // over many loads: a start takes longer than a small file
+  if (started.failure()) {
+    throw Failure(*started.failure(), "Xerces-C");
+  }
   return printTo(options.output, inputs, command);
 }
 
