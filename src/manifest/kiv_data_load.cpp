@@ -31,7 +31,7 @@ int InitKIVData(const char* fileName, KIVData** handle) {
   {
     const jexxml::DocumentLoad load(fileName);
     jexxml::KivMaster master{load.document(), nullptr};
-    if (jexxml::buildWithinLimit(master, load.memoryLeft())) {
+    if (jexxml::buildWithinLimit(master, jexxml::DocumentLoad::memoryLeft())) {
       jexxml::populateKivData(master, *data);
     }
   }
