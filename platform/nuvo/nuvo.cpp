@@ -2,13 +2,13 @@
 
 #include <langinfo.h>
 #include <utf8.h>
-#include <wchar.h>
 
 #include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <iterator>
 #include <new>
 #include <optional>
@@ -50,7 +50,7 @@ class Encoder {
  public:
   // False, with nothing written, for a character that the encoding lacks.
   bool append(std::string& output, char32_t point) {
-    if (point < 0x80 && mbsinit(&state) != 0) {
+    if (point < 0x80 && std::mbsinit(&state) != 0) {
       output += static_cast<char>(point);
       return true;
     }
@@ -61,8 +61,8 @@ class Encoder {
       return !isSurrogate(point);
     }
     std::array<char, MB_LEN_MAX> bytes;
-    const mbstate_t before = state;
-    const std::size_t length = wcrtomb(bytes.data(), static_cast<wchar_t>(point), &state);
+    const std::mbstate_t before = state;
+    const std::size_t length = std::wcrtomb(bytes.data(), static_cast<wchar_t>(point), &state);
     if (length > bytes.size()) {
       state = before;
       return false;
@@ -73,20 +73,20 @@ class Encoder {
 
   // Some encodings keep a character until the next one is known.
   void finish(std::string& output) {
-    if (mbsinit(&state) == 0) {
+    if (std::mbsinit(&state) == 0) {
       append(output, U'\0');
       output.pop_back();
     }
   }
 
-  bool has(char16_t unit) const {
+  static bool has(char16_t unit) {
     std::string converted;
     return Encoder().append(converted, unit);
   }
 
  private:
   bool isUtf8 = isLocaleUtf8();
-  mbstate_t state = {};
+  std::mbstate_t state = {};
 };
 
 // Null for bytes that the locale encoding does not define.
@@ -99,10 +99,10 @@ std::optional<std::u16string> decoded(std::string_view bytes) {
     utf8::unchecked::utf8to16(bytes.begin(), bytes.end(), std::back_inserter(text));
     return text;
   }
-  mbstate_t state = {};
+  std::mbstate_t state = {};
   const auto append = [&](const char* from, std::size_t size) {
     wchar_t point = 0;
-    const std::size_t length = mbrtowc(&point, from, size, &state);
+    const std::size_t length = std::mbrtowc(&point, from, size, &state);
     if (length <= size) {
       appendPoint(text, static_cast<char32_t>(point));
     }
@@ -115,7 +115,7 @@ std::optional<std::u16string> decoded(std::string_view bytes) {
     }
     bytes.remove_prefix(length);
   }
-  if (mbsinit(&state) == 0) {
+  if (std::mbsinit(&state) == 0) {
     append("", 1);
   }
   return text;
@@ -154,14 +154,14 @@ std::optional<char16_t> namedUnit(std::u16string_view text) {
 
 // Whether a text that begins with a backslash begins, literally, with what would be read as an escape: of a code unit
 // that the encoding lacks, or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
-bool readsAsEscape(std::u16string_view text, const Encoder& encoder) {
+bool readsAsEscape(std::u16string_view text) {
   text.remove_prefix(1);
   std::optional<char16_t> unit = namedUnit(text);
   while (unit == u'\\') {
     text.remove_prefix(escapeLength - 1);
     unit = namedUnit(text);
   }
-  return unit && !encoder.has(*unit);
+  return unit && !Encoder::has(*unit);
 }
 
 std::string encoded(std::u16string_view text) {
@@ -169,7 +169,7 @@ std::string encoded(std::u16string_view text) {
   Encoder encoder;
   while (!text.empty()) {
     const std::size_t units = isPair(text) ? 2 : 1;
-    const bool isEscape = text[0] == u'\\' && readsAsEscape(text, encoder);
+    const bool isEscape = text[0] == u'\\' && readsAsEscape(text);
     if (isEscape || !encoder.append(bytes, firstPoint(text))) {
       encoder.finish(bytes);
       std::ranges::for_each(text.substr(0, units), [&](char16_t unit) { appendEscape(bytes, unit); });

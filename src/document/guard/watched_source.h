@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace jexxml {
 
@@ -34,8 +35,8 @@ struct WatchedStream final : xercesc::BinInputStream {
 // The source that it watches outlives it, and it outlives its one stream, which is allocated from `manager`.
 class WatchedSource final : public xercesc::InputSource {
  public:
-  WatchedSource(const InputSource& source, xercesc::MemoryManager* manager, const ReadWatcher& beforeRead)
-      : InputSource(source.getSystemId(), manager), watcher(beforeRead), stream(source.makeStream()) {}
+  WatchedSource(const InputSource& source, xercesc::MemoryManager* manager, ReadWatcher beforeRead)
+      : InputSource(source.getSystemId(), manager), watcher(std::move(beforeRead)), stream(source.makeStream()) {}
 
   xercesc::BinInputStream* makeStream() const override {
     return stream == nullptr ? nullptr : new (getMemoryManager()) WatchedStream(*stream, watcher);
