@@ -42,8 +42,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   // Throws what the base does, DocumentRefused, and xercesc::OutOfMemoryException.
   void parse(const xercesc::InputSource& source);
 
-  // The memory that the document takes, with what is to be built over it, and what its budget leaves of that, in bytes.
-  std::uint64_t memoryTaken() const;
+  // What the document, and what is to be built over it, leave of the budget of memory, in bytes.
   std::uint64_t memoryLeft() const;
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
@@ -60,6 +59,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
 
  private:
   std::uint64_t price() const;
+  std::uint64_t memoryTaken() const;
   void read(std::uint64_t count);
   void openEntity();
   void charge(std::uint64_t steps);
