@@ -1,6 +1,5 @@
 // The files that the benchmarks read.
-#ifndef QZJEXXML_BENCH_MANIFESTS_H
-#define QZJEXXML_BENCH_MANIFESTS_H
+#pragma once
 
 #include <iosfwd>
 #include <string>
@@ -25,5 +24,3 @@ std::string manifestDirectory(int files, int entries);
 std::string largeFile();
 
 }  // namespace bench
-
-#endif  // QZJEXXML_BENCH_MANIFESTS_H

@@ -1,6 +1,5 @@
 // Timing works and parts of works, and printing them as rows of a table beside something else.
-#ifndef QZJEXXML_BENCH_MEASURE_H
-#define QZJEXXML_BENCH_MEASURE_H
+#pragma once
 
 #include <string>
 
@@ -42,5 +41,3 @@ void printHead(const std::string& what);
 void printRow(const std::string& what, const std::string& beside, double value, double base, const std::string& bar);
 
 }  // namespace bench
-
-#endif  // QZJEXXML_BENCH_MEASURE_H

@@ -1,6 +1,5 @@
 // The record of a manifest's file map, filled by readers without the library's checks and diagnostics, for comparison.
-#ifndef QZJEXXML_BENCH_OTHER_READERS_H
-#define QZJEXXML_BENCH_OTHER_READERS_H
+#pragma once
 
 #include <qzjexxml/kiv_data.h>
 
@@ -31,5 +30,3 @@ void readWithPugixml(const std::string& path);
 void readWithXercesSax(const std::string& path);
 
 }  // namespace bench
-
-#endif  // QZJEXXML_BENCH_OTHER_READERS_H

@@ -1,6 +1,5 @@
 // A file that exists in memory only, for functions that take a file's name.
-#ifndef QZJEXXML_FUZZ_IN_MEMORY_FILE_H
-#define QZJEXXML_FUZZ_IN_MEMORY_FILE_H
+#pragma once
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -28,5 +27,3 @@ class InMemoryFile {
  private:
   int descriptor;
 };
-
-#endif  // QZJEXXML_FUZZ_IN_MEMORY_FILE_H

@@ -4,8 +4,7 @@
 // so nothing else is built: no text, comment or instruction, no namespace, no part of the type declaration, and no
 // content of an entity, since an element that comes out of one is no child of the element around the reference.
 // Xerces-C's own document is never made either. Attributes by default come from the scanner, like others.
-#ifndef QZJEXXML_DOCUMENT_DOCUMENT_BUILDER_H
-#define QZJEXXML_DOCUMENT_DOCUMENT_BUILDER_H
+#pragma once
 
 #include "document/document_nodes.h"
 
@@ -84,5 +83,3 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_DOCUMENT_BUILDER_H

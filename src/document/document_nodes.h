@@ -2,8 +2,7 @@
 //
 // They implement the part of Xerces-C's DOMNode that the trees use, in little memory: a document of 100,000 files takes
 // a seventh of what Xerces-C's own nodes take. Their memory is the DocumentBuilder's, and they are never destroyed.
-#ifndef QZJEXXML_DOCUMENT_DOCUMENT_NODES_H
-#define QZJEXXML_DOCUMENT_DOCUMENT_NODES_H
+#pragma once
 
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/dom/DOMNode.hpp>
@@ -126,5 +125,3 @@ class DocumentNode final : public ReadOnlyNode {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_DOCUMENT_NODES_H

@@ -1,6 +1,5 @@
 // JexXmlErrorReporter: what the parser finds wrong in a document, as lines on the standard error stream.
-#ifndef QZJEXXML_DOCUMENT_ERROR_REPORTER_H
-#define QZJEXXML_DOCUMENT_ERROR_REPORTER_H
+#pragma once
 
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -28,5 +27,3 @@ class JexXmlErrorReporter final : public xercesc::ErrorHandler {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_ERROR_REPORTER_H

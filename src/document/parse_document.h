@@ -1,6 +1,5 @@
 // Parsing an in-memory document into a DOM, with the library's settings and its error reports.
-#ifndef QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H
-#define QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H
+#pragma once
 
 #include "document/error_reporter.h"
 #include "document/guard/document_parser.h"
@@ -34,5 +33,3 @@ void configure(xercesc::XercesDOMParser& parser);
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size = 0);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_PARSE_DOCUMENT_H

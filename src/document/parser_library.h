@@ -1,6 +1,5 @@
 // ParserLibrary: Xerces-C, started.
-#ifndef QZJEXXML_DOCUMENT_PARSER_LIBRARY_H
-#define QZJEXXML_DOCUMENT_PARSER_LIBRARY_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -25,5 +24,3 @@ class ParserLibrary {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_PARSER_LIBRARY_H

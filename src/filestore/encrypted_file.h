@@ -1,6 +1,5 @@
 // Encrypting files under a passphrase: what stands behind the exported functions.
-#ifndef QZJEXXML_FILESTORE_ENCRYPTED_FILE_H
-#define QZJEXXML_FILESTORE_ENCRYPTED_FILE_H
+#pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -23,5 +22,3 @@ bool EncryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
 bool WriteXmlFile(const char* fileName, const char* text);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_FILESTORE_ENCRYPTED_FILE_H

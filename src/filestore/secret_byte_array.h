@@ -1,6 +1,5 @@
 // SecretByteArray: bytes that are wiped before their memory is freed.
-#ifndef QZJEXXML_FILESTORE_SECRET_BYTE_ARRAY_H
-#define QZJEXXML_FILESTORE_SECRET_BYTE_ARRAY_H
+#pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -36,5 +35,3 @@ class SecretByteArray final : public KIVByteArray {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_FILESTORE_SECRET_BYTE_ARRAY_H

@@ -1,6 +1,5 @@
 // Reading a file whole, with the caller's diagnostics.
-#ifndef QZJEXXML_FILESTORE_WHOLE_FILE_H
-#define QZJEXXML_FILESTORE_WHOLE_FILE_H
+#pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -20,5 +19,3 @@ KIVByteArray readWholeFile(const char* fileName, const ReadMessages& messages);
 char* toNulTerminatedText(const KIVByteArray& bytes);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_FILESTORE_WHOLE_FILE_H

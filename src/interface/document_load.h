@@ -4,8 +4,7 @@
 //   -> delete parser and document, input source, error reporter -> stop Xerces-C
 //
 // The objects of a running load are library-global, so only one load may run at a time.
-#ifndef QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
-#define QZJEXXML_INTERFACE_DOCUMENT_LOAD_H
+#pragma once
 
 #include "document/parser_library.h"
 
@@ -43,5 +42,3 @@ class DocumentLoad {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_INTERFACE_DOCUMENT_LOAD_H

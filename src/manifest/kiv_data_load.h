@@ -1,6 +1,5 @@
 // The part of a manifest's load between its document and its record.
-#ifndef QZJEXXML_MANIFEST_KIV_DATA_LOAD_H
-#define QZJEXXML_MANIFEST_KIV_DATA_LOAD_H
+#pragma once
 
 #include "manifest/kiv_nodes.h"
 
@@ -13,5 +12,3 @@ namespace jexxml {
 bool buildWithinLimit(KivMaster& master, std::uint64_t memoryLeft);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_MANIFEST_KIV_DATA_LOAD_H

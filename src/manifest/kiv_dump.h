@@ -1,6 +1,5 @@
 // The manifest tree as text on the standard error stream, for diagnosis.
-#ifndef QZJEXXML_MANIFEST_KIV_DUMP_H
-#define QZJEXXML_MANIFEST_KIV_DUMP_H
+#pragma once
 
 #include "manifest/kiv_nodes.h"
 
@@ -15,5 +14,3 @@ namespace jexxml {
 bool dumpKivMaster(KivMaster& master);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_MANIFEST_KIV_DUMP_H

@@ -1,6 +1,5 @@
 // The entries of a manifest tree: what the record has of it.
-#ifndef QZJEXXML_MANIFEST_KIV_ENTRIES_H
-#define QZJEXXML_MANIFEST_KIV_ENTRIES_H
+#pragma once
 
 #include "manifest/kiv_nodes.h"
 
@@ -30,5 +29,3 @@ struct KivEntryActions {
 void forEachEntry(const KivMaster& master, const KivEntryActions& actions);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_MANIFEST_KIV_ENTRIES_H

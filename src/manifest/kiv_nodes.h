@@ -1,7 +1,6 @@
 // The archive manifest's vocabulary: one class for each kind of element, parents after their children, with the
 // attributes in the order in which they are fetched. docs/manifest-format.md has the format.
-#ifndef QZJEXXML_MANIFEST_KIV_NODES_H
-#define QZJEXXML_MANIFEST_KIV_NODES_H
+#pragma once
 
 #include "tree/tree_build.h"
 
@@ -114,5 +113,3 @@ using KivMaster = DocumentTree<KivRootNode>;
 bool buildKivMaster(KivMaster& master);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_MANIFEST_KIV_NODES_H

@@ -1,6 +1,5 @@
 // Copying a manifest tree into the record that is handed to callers.
-#ifndef QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H
-#define QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H
+#pragma once
 
 #include "manifest/kiv_nodes.h"
 
@@ -20,5 +19,3 @@ std::uint64_t rootPathText(const KivMaster& master);
 bool populateKivData(const KivMaster& master, KIVData& data);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_MANIFEST_POPULATE_KIV_DATA_H

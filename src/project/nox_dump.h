@@ -1,6 +1,5 @@
 // The project tree as text on the standard error stream, for diagnosis.
-#ifndef QZJEXXML_PROJECT_NOX_DUMP_H
-#define QZJEXXML_PROJECT_NOX_DUMP_H
+#pragma once
 
 #include "project/nox_nodes.h"
 
@@ -17,5 +16,3 @@ namespace jexxml {
 bool dumpNoxMaster(NoxMaster& master);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_PROJECT_NOX_DUMP_H

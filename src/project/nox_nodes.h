@@ -1,7 +1,6 @@
 // The project description's vocabulary: one class for each kind of element, parents after their children, with the
 // attributes in the order in which they are fetched. docs/project-format.md has the format.
-#ifndef QZJEXXML_PROJECT_NOX_NODES_H
-#define QZJEXXML_PROJECT_NOX_NODES_H
+#pragma once
 
 #include "tree/tree_build.h"
 
@@ -190,5 +189,3 @@ using NoxMaster = DocumentTree<NoxRootNode>;
 bool buildNoxMaster(NoxMaster& master);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_PROJECT_NOX_NODES_H

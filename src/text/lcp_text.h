@@ -1,6 +1,5 @@
 // LcpText: a parser string converted to the local code page, for printing, comparing and copying.
-#ifndef QZJEXXML_TEXT_LCP_TEXT_H
-#define QZJEXXML_TEXT_LCP_TEXT_H
+#pragma once
 
 #include <xercesc/util/XercesDefs.hpp>
 
@@ -31,5 +30,3 @@ class LcpText {
 std::ostream& operator<<(std::ostream& stream, const LcpText& text);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TEXT_LCP_TEXT_H

@@ -1,6 +1,5 @@
 // ChildNodeList: the nodes for an element's children of one name.
-#ifndef QZJEXXML_TREE_CHILD_NODE_LIST_H
-#define QZJEXXML_TREE_CHILD_NODE_LIST_H
+#pragma once
 
 #include "tree/dom_navigation.h"
 #include "tree/xml_common_strings.h"
@@ -69,5 +68,3 @@ struct ChildNodeList {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_CHILD_NODE_LIST_H

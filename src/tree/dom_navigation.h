@@ -1,6 +1,5 @@
 // Walking a DOM: counting elements, and finding them by name among a node's children and siblings.
-#ifndef QZJEXXML_TREE_DOM_NAVIGATION_H
-#define QZJEXXML_TREE_DOM_NAVIGATION_H
+#pragma once
 
 #include <xercesc/dom/DOMNode.hpp>
 
@@ -43,5 +42,3 @@ DOMNode* GetNextSiblingWithThisName(DOMNode* node, const ElementName& name);
 DOMNode* firstElementChild(const DOMNode& parent);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_DOM_NAVIGATION_H

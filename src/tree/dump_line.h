@@ -1,6 +1,5 @@
 // Lines of the diagnostic dumps, on the standard error stream.
-#ifndef QZJEXXML_TREE_DUMP_LINE_H
-#define QZJEXXML_TREE_DUMP_LINE_H
+#pragma once
 
 #include "tree/node_attribute.h"
 
@@ -24,5 +23,3 @@ void dumpLine(std::string_view text);
 void dumpLine(std::initializer_list<DumpField> fields);
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_DUMP_LINE_H

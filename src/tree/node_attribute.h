@@ -1,6 +1,5 @@
 // NodeAttribute: one XML attribute of a node's element.
-#ifndef QZJEXXML_TREE_NODE_ATTRIBUTE_H
-#define QZJEXXML_TREE_NODE_ATTRIBUTE_H
+#pragma once
 
 #include <xercesc/dom/DOMNode.hpp>
 
@@ -51,5 +50,3 @@ struct NodeAttribute {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_NODE_ATTRIBUTE_H

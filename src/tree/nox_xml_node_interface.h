@@ -4,8 +4,7 @@
 // one ChildNodeList for each kind of child. The two members before these, which all classes have, stand here, so that
 // no class repeats them and a constructor for them: each inherits the one below, and the initialisers of its own
 // members, which run after it, refer to them. In memory they come first, as they would in the class itself.
-#ifndef QZJEXXML_TREE_NOX_XML_NODE_INTERFACE_H
-#define QZJEXXML_TREE_NOX_XML_NODE_INTERFACE_H
+#pragma once
 
 #include "tree/xml_common_strings.h"
 
@@ -32,5 +31,3 @@ class NoxXmlNodeInterface {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_NOX_XML_NODE_INTERFACE_H

@@ -1,7 +1,6 @@
 // Building a tree of nodes over a document: the record of one build, the build itself, and the steps
 // from which each node class composes its process().
-#ifndef QZJEXXML_TREE_TREE_BUILD_H
-#define QZJEXXML_TREE_TREE_BUILD_H
+#pragma once
 
 #include "tree/child_node_list.h"
 #include "tree/dom_navigation.h"
@@ -84,5 +83,3 @@ bool build(const auto& node, const char* message, ChildNodeList<T>&... lists) {
 }
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_TREE_BUILD_H

@@ -1,6 +1,5 @@
 // XmlCommonStrings: the element and attribute names of both vocabularies as parser strings.
-#ifndef QZJEXXML_TREE_XML_COMMON_STRINGS_H
-#define QZJEXXML_TREE_XML_COMMON_STRINGS_H
+#pragma once
 
 #include <nuvo.h>
 
@@ -56,5 +55,3 @@ class XmlCommonStrings {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_TREE_XML_COMMON_STRINGS_H

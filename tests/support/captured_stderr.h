@@ -1,6 +1,5 @@
 // Collects what is written to std::cerr while it lives.
-#ifndef QZJEXXML_TESTS_CAPTURED_STDERR_H
-#define QZJEXXML_TESTS_CAPTURED_STDERR_H
+#pragma once
 
 #include <iostream>
 #include <sstream>
@@ -24,5 +23,3 @@ class CapturedStderr {
   std::ostringstream captured;
   std::streambuf* standard;
 };
-
-#endif  // QZJEXXML_TESTS_CAPTURED_STDERR_H

@@ -1,6 +1,5 @@
 // A fixture for loads of manifests: a case is one call, and the line of the call its name.
-#ifndef QZJEXXML_TESTS_MANIFEST_LOAD_H
-#define QZJEXXML_TESTS_MANIFEST_LOAD_H
+#pragma once
 
 #include "support/captured_stderr.h"
 #include "support/scratch_folder.h"
@@ -59,5 +58,3 @@ class ManifestLoad : public testing::Test {
   ScratchFolder folder;
   CapturedStderr captured;
 };
-
-#endif  // QZJEXXML_TESTS_MANIFEST_LOAD_H

@@ -1,6 +1,5 @@
 // A document parsed with the library's settings, for tests of what is built over a DOM.
-#ifndef QZJEXXML_TESTS_PARSED_DOCUMENT_H
-#define QZJEXXML_TESTS_PARSED_DOCUMENT_H
+#pragma once
 
 #include "document/parse_document.h"
 #include "tree/dom_navigation.h"
@@ -29,5 +28,3 @@ class ParsedDocument {
 
   jexxml::DOMNode* document = nullptr;
 };
-
-#endif  // QZJEXXML_TESTS_PARSED_DOCUMENT_H

@@ -1,6 +1,5 @@
 // A folder of its own for each test, removed at its end.
-#ifndef QZJEXXML_TESTS_SCRATCH_FOLDER_H
-#define QZJEXXML_TESTS_SCRATCH_FOLDER_H
+#pragma once
 
 #include <cstdlib>
 #include <filesystem>
@@ -39,5 +38,3 @@ class ScratchFolder {
  private:
   std::filesystem::path folder;
 };
-
-#endif  // QZJEXXML_TESTS_SCRATCH_FOLDER_H

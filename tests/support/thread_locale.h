@@ -1,6 +1,5 @@
 // Gives the calling thread one of the locales that the build makes, while it lives.
-#ifndef QZJEXXML_TESTS_THREAD_LOCALE_H
-#define QZJEXXML_TESTS_THREAD_LOCALE_H
+#pragma once
 
 #include <locale.h>
 #include <stdlib.h>
@@ -42,5 +41,3 @@ class ThreadLocale {
   locale_t locale = nullptr;
   locale_t previous = nullptr;
 };
-
-#endif  // QZJEXXML_TESTS_THREAD_LOCALE_H

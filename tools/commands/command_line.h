@@ -1,6 +1,5 @@
 // The command line: the commands, and what each of them takes.
-#ifndef QZJEXXML_TOOLS_COMMANDS_COMMAND_LINE_H
-#define QZJEXXML_TOOLS_COMMANDS_COMMAND_LINE_H
+#pragma once
 
 #include "io/failure.h"
 
@@ -79,5 +78,3 @@ class CommandLine {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_COMMAND_LINE_H

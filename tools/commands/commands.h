@@ -1,6 +1,5 @@
 // The commands: each function adds one, with its options, to the command line.
-#ifndef QZJEXXML_TOOLS_COMMANDS_COMMANDS_H
-#define QZJEXXML_TOOLS_COMMANDS_COMMANDS_H
+#pragma once
 
 namespace tool {
 
@@ -17,5 +16,3 @@ void addDecrypt(CommandLine& line);
 void addVerify(CommandLine& line);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_COMMANDS_H

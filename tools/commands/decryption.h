@@ -1,6 +1,5 @@
 // What the commands that encrypt and decrypt have in common.
-#ifndef QZJEXXML_TOOLS_COMMANDS_DECRYPTION_H
-#define QZJEXXML_TOOLS_COMMANDS_DECRYPTION_H
+#pragma once
 
 #include "io/failure.h"
 #include "io/passphrase.h"
@@ -22,5 +21,3 @@ ExitStatus withPassphrase(const std::vector<std::string>& files, const std::stri
                           const std::function<ExitStatus(const std::string&, Passphrase&)>& command);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_DECRYPTION_H

@@ -1,6 +1,5 @@
 // Loading descriptions as the library does, for the commands that print what a load gives.
-#ifndef QZJEXXML_TOOLS_COMMANDS_LOADING_H
-#define QZJEXXML_TOOLS_COMMANDS_LOADING_H
+#pragma once
 
 #include "commands/command_line.h"
 #include "description/description.h"
@@ -31,5 +30,3 @@ void printTree(const std::string& heading, const std::function<void()>& dump);
 void warnOfOtherKind(const std::string& file, const Description& description, bool asManifest);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_LOADING_H

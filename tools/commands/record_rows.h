@@ -1,6 +1,5 @@
 // The rows of a manifest's record: the table, --json and diff print these, and nothing else of it.
-#ifndef QZJEXXML_TOOLS_COMMANDS_RECORD_ROWS_H
-#define QZJEXXML_TOOLS_COMMANDS_RECORD_ROWS_H
+#pragma once
 
 #include <qzjexxml/kiv_data.h>
 
@@ -23,5 +22,3 @@ struct Section {
 extern const std::array<Section, 3> sections;
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_RECORD_ROWS_H

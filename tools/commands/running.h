@@ -1,6 +1,5 @@
 // Running a command, and over files.
-#ifndef QZJEXXML_TOOLS_COMMANDS_RUNNING_H
-#define QZJEXXML_TOOLS_COMMANDS_RUNNING_H
+#pragma once
 
 #include "commands/command_line.h"
 
@@ -22,5 +21,3 @@ ExitStatus runWithParser(const Options& options, const std::vector<std::string>&
                          const std::function<ExitStatus()>& command);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_COMMANDS_RUNNING_H

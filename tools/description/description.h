@@ -1,6 +1,5 @@
 // A description as a load takes it: its elements, and what there is to say of them, with their positions.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
-#define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H
+#pragma once
 
 #include "description/rules.h"
 #include "description/suppressions.h"
@@ -120,5 +119,3 @@ class Description {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_H

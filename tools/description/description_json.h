@@ -1,6 +1,5 @@
 // What is said of a description, as JSON.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_JSON_H
-#define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_JSON_H
+#pragma once
 
 #include "description/description.h"
 #include "io/json_writer.h"
@@ -17,5 +16,3 @@ void write(JsonWriter& json, const std::vector<Finding>& findings);
 void write(JsonWriter& json, const Description& description);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_JSON_H

@@ -1,6 +1,5 @@
 // DescriptionParser: the library's parser, which says as well what a load would silently ignore.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H
-#define QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H
+#pragma once
 
 #include "description/description.h"
 #include "document/guard/document_parser.h"
@@ -85,5 +84,3 @@ class DescriptionParser final : public jexxml::DocumentParser {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_DESCRIPTION_PARSER_H

@@ -1,6 +1,5 @@
 // The entries of a description: what a load puts into its record.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_ENTRIES_H
-#define QZJEXXML_TOOLS_DESCRIPTION_ENTRIES_H
+#pragma once
 
 #include "description/description.h"
 
@@ -29,5 +28,3 @@ struct Entry {
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_ENTRIES_H

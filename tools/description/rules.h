@@ -1,6 +1,5 @@
 // The rules: what a finding is about. docs/mistakes.md has a paragraph for each; their names never change.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_RULES_H
-#define QZJEXXML_TOOLS_DESCRIPTION_RULES_H
+#pragma once
 
 #include <bitset>
 #include <cstddef>
@@ -49,5 +48,3 @@ std::string ruleError(const std::string& name);
 std::string ignoreError(const std::string& name);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_RULES_H

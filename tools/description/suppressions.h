@@ -1,6 +1,5 @@
 // Suppressions: the comments <!-- qzjexxml-ignore RULE --> before elements, and what they silence.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_SUPPRESSIONS_H
-#define QZJEXXML_TOOLS_DESCRIPTION_SUPPRESSIONS_H
+#pragma once
 
 #include "description/rules.h"
 #include "description/token_positions.h"
@@ -53,5 +52,3 @@ class Suppressions {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_SUPPRESSIONS_H

@@ -1,6 +1,5 @@
 // TokenPositions: from the positions that the parser has when it is behind a token to the position of the token.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H
-#define QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H
+#pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
 
@@ -106,5 +105,3 @@ class TokenPositions {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_TOKEN_POSITIONS_H

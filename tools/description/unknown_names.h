@@ -1,6 +1,5 @@
 // What findings say of names that a vocabulary does not have where they stand.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H
-#define QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H
+#pragma once
 
 #include "description/vocabulary.h"
 
@@ -20,5 +19,3 @@ std::string unknownAttribute(std::u16string_view name, const ElementKind& elemen
 std::string elementOfEntity(std::u16string_view name, std::u16string_view entity);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_UNKNOWN_NAMES_H

@@ -1,6 +1,5 @@
 // The two kinds of descriptions, as their schemas in share/ declare them.
-#ifndef QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H
-#define QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -33,5 +32,3 @@ const ElementKind& projectVocabulary();
 const ElementKind& otherVocabulary(const ElementKind& root);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_DESCRIPTION_VOCABULARY_H

@@ -1,6 +1,5 @@
 // File descriptors: closing them, and writing all of a text to one.
-#ifndef QZJEXXML_TOOLS_IO_DESCRIPTOR_H
-#define QZJEXXML_TOOLS_IO_DESCRIPTOR_H
+#pragma once
 
 #include <string_view>
 
@@ -24,5 +23,3 @@ class Descriptor {
 bool writeAll(int descriptor, std::string_view bytes);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_DESCRIPTOR_H

@@ -1,6 +1,5 @@
 // Failure: why something cannot be done, for the user; how the user is told; and the exit status.
-#ifndef QZJEXXML_TOOLS_IO_FAILURE_H
-#define QZJEXXML_TOOLS_IO_FAILURE_H
+#pragma once
 
 #include <stdexcept>
 #include <string>
@@ -26,5 +25,3 @@ struct Failure : std::runtime_error {
 ExitStatus report(const std::string& subject, const std::string& text, const std::string& details = "");
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_FAILURE_H

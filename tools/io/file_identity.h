@@ -1,6 +1,5 @@
 // FileIdentity: which file a name stands for, however it is written.
-#ifndef QZJEXXML_TOOLS_IO_FILE_IDENTITY_H
-#define QZJEXXML_TOOLS_IO_FILE_IDENTITY_H
+#pragma once
 
 #include <sys/types.h>
 
@@ -37,5 +36,3 @@ std::set<FileIdentity> identitiesOf(const std::vector<std::string>& inputs);
 void requireNotAnInput(const std::string& output, const std::set<FileIdentity>& inputs);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_FILE_IDENTITY_H

@@ -1,6 +1,5 @@
 // Files that commands read.
-#ifndef QZJEXXML_TOOLS_IO_INPUT_FILE_H
-#define QZJEXXML_TOOLS_IO_INPUT_FILE_H
+#pragma once
 
 #include "io/descriptor.h"
 
@@ -29,5 +28,3 @@ class InputFile {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_INPUT_FILE_H

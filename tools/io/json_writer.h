@@ -1,6 +1,5 @@
 // JsonWriter: JSON on the standard output, piece by piece, since it may be large.
-#ifndef QZJEXXML_TOOLS_IO_JSON_WRITER_H
-#define QZJEXXML_TOOLS_IO_JSON_WRITER_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -32,5 +31,3 @@ class JsonWriter {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_JSON_WRITER_H

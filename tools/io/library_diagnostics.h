@@ -1,6 +1,5 @@
 // What the library says.
-#ifndef QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H
-#define QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H
+#pragma once
 
 #include <functional>
 #include <string>
@@ -12,5 +11,3 @@ namespace tool {
 std::string diagnosticsOf(const std::function<void()>& action);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_LIBRARY_DIAGNOSTICS_H

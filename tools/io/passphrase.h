@@ -1,6 +1,5 @@
 // The passphrase of the commands that encrypt and decrypt.
-#ifndef QZJEXXML_TOOLS_IO_PASSPHRASE_H
-#define QZJEXXML_TOOLS_IO_PASSPHRASE_H
+#pragma once
 
 #include "io/failure.h"
 
@@ -36,5 +35,3 @@ class Passphrase {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_PASSPHRASE_H

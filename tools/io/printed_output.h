@@ -1,6 +1,5 @@
 // Where what a command prints goes.
-#ifndef QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
-#define QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H
+#pragma once
 
 #include "io/failure.h"
 #include "io/scoped_streambuf.h"
@@ -45,5 +44,3 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
                    const std::function<ExitStatus()>& command);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_PRINTED_OUTPUT_H

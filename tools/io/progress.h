@@ -1,6 +1,5 @@
 // A line on the terminal that shows how far long work is.
-#ifndef QZJEXXML_TOOLS_IO_PROGRESS_H
-#define QZJEXXML_TOOLS_IO_PROGRESS_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -14,5 +13,3 @@ void showProgress(std::size_t number, std::size_t count, const std::string& file
 void clearProgress();
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_PROGRESS_H

@@ -1,6 +1,5 @@
 // Names in messages.
-#ifndef QZJEXXML_TOOLS_IO_QUOTING_H
-#define QZJEXXML_TOOLS_IO_QUOTING_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -16,5 +15,3 @@ std::string inQuotes(std::string_view name);
 std::string suggestion(std::string_view name, const std::vector<std::string_view>& names);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_QUOTING_H

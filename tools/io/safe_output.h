@@ -1,6 +1,5 @@
 // SafeOutput: a file that a command writes, without harm to what is there.
-#ifndef QZJEXXML_TOOLS_IO_SAFE_OUTPUT_H
-#define QZJEXXML_TOOLS_IO_SAFE_OUTPUT_H
+#pragma once
 
 #include <sys/types.h>
 
@@ -42,5 +41,3 @@ class SafeOutput {
 void requireReplaceable(const std::string& file, bool force);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_SAFE_OUTPUT_H

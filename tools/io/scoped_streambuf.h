@@ -1,6 +1,5 @@
 // ScopedStreambuf: a standard stream with another buffer.
-#ifndef QZJEXXML_TOOLS_IO_SCOPED_STREAMBUF_H
-#define QZJEXXML_TOOLS_IO_SCOPED_STREAMBUF_H
+#pragma once
 
 #include <ostream>
 #include <streambuf>
@@ -25,5 +24,3 @@ class ScopedStreambuf {
 };
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_SCOPED_STREAMBUF_H

@@ -1,6 +1,5 @@
 // Text as a terminal may get it, and the room that it takes there.
-#ifndef QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H
-#define QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -17,5 +16,3 @@ std::string escapeForTerminal(std::string_view text);
 std::size_t displayWidth(const std::string& text, std::size_t most);
 
 }  // namespace tool
-
-#endif  // QZJEXXML_TOOLS_IO_TERMINAL_TEXT_H

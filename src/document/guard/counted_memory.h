@@ -1,6 +1,5 @@
 // CountedMemory: Xerces-C's default memory, with a count of what one parser has of it.
-#ifndef QZJEXXML_DOCUMENT_GUARD_COUNTED_MEMORY_H
-#define QZJEXXML_DOCUMENT_GUARD_COUNTED_MEMORY_H
+#pragma once
 
 #include <xercesc/framework/MemoryManager.hpp>
 
@@ -59,5 +58,3 @@ class CountedMemory final : public xercesc::MemoryManager {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_GUARD_COUNTED_MEMORY_H

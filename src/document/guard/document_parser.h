@@ -1,6 +1,5 @@
 // DocumentParser: the parser, held to the budgets and limits of document/guard/limits.h.
-#ifndef QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
-#define QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H
+#pragma once
 
 #include "document/document_builder.h"
 #include "document/guard/counted_memory.h"
@@ -83,5 +82,3 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_GUARD_DOCUMENT_PARSER_H

@@ -3,8 +3,7 @@
 // Xerces-C alone takes minutes, or all of the memory, for some documents of a few kilobytes. So each document has two
 // budgets, a base and a factor times its size: bytes of memory, and steps of work. A step takes about half a
 // nanosecond. Real descriptions stay below a tenth of either.
-#ifndef QZJEXXML_DOCUMENT_GUARD_LIMITS_H
-#define QZJEXXML_DOCUMENT_GUARD_LIMITS_H
+#pragma once
 
 #include <cstdint>
 
@@ -43,5 +42,3 @@ inline constexpr Limit errorLimit = {1'000, u"the document has more than 1,000 e
 inline constexpr Limit errorTextLimit = {99'900, u"the messages for the document's errors are too long"};  // characters
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_GUARD_LIMITS_H

@@ -1,6 +1,5 @@
 // WatchedSource: an input source that tells before each read.
-#ifndef QZJEXXML_DOCUMENT_GUARD_WATCHED_SOURCE_H
-#define QZJEXXML_DOCUMENT_GUARD_WATCHED_SOURCE_H
+#pragma once
 
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/util/BinInputStream.hpp>
@@ -48,5 +47,3 @@ class WatchedSource final : public xercesc::InputSource {
 };
 
 }  // namespace jexxml
-
-#endif  // QZJEXXML_DOCUMENT_GUARD_WATCHED_SOURCE_H
