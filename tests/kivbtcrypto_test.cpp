@@ -1,4 +1,4 @@
-// The stand-in for libqzkivbtcrypto.
+// The stub for libqzkivbtcrypto.
 #include "sealed_file.h"
 
 #include <kivbtcrypto.h>

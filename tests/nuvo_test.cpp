@@ -1,4 +1,4 @@
-// The stand-in for libnuvo: conversions in several code pages.
+// The stub for libnuvo: conversions in several code pages.
 #include "support/thread_locale.h"
 
 #include <nuvo.h>

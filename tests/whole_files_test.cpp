@@ -1,4 +1,4 @@
-// The exported functions that read, encrypt and decrypt whole files, over the stand-in of the crypto library.
+// The exported functions that read, encrypt and decrypt whole files, over the stub of the crypto library.
 #include "support/captured_stderr.h"
 #include "support/scratch_folder.h"
 

@@ -85,7 +85,7 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 
 // ---- Encrypting files
 //
-// A passphrase is a NUL-terminated text of any bytes, which is not modified. The stand-in of this project refuses an
+// A passphrase is a NUL-terminated text of any bytes, which is not modified. The stub of this project refuses an
 // empty one, as it refuses a wrong one: without a message. Copies of passphrases and
 // plaintexts that the functions make are wiped; what they hand out is the caller's to wipe. All are thread-safe
 // as long as no array or file is shared.
@@ -104,7 +104,7 @@ QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
 
 // Decrypts `fileName` into `out` and returns true. Returns false after a message of EncryptFile, with `out` as it
 // was; or without one when the crypto library refuses (a wrong passphrase, a damaged file): `out` is then what
-// that library left, which for the stand-in of this project is nothing.
+// that library left, which for the stub of this project is nothing.
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);

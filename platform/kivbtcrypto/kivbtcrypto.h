@@ -1,6 +1,6 @@
 // Encryption of bytes under a passphrase.
 //
-// A stand-in for the tool chain's own libqzkivbtcrypto: the two functions that libqzjexxml calls. What
+// A stub for the tool chain's own libqzkivbtcrypto: the two functions that libqzjexxml calls. What
 // it writes is described in docs/encrypted-file-format.md. Thread-safe as long as arrays are not shared.
 #ifndef KIVBTCRYPTO_H
 #define KIVBTCRYPTO_H

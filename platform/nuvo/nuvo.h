@@ -1,6 +1,6 @@
 // Conversions between the parser's 16-bit strings and texts in the local code page.
 //
-// A stand-in for the tool chain's own libnuvo: just the functions that libqzjexxml calls. The local
+// A stub for the tool chain's own libnuvo: just the functions that libqzjexxml calls. The local
 // code page is the codeset of the calling thread's LC_CTYPE locale; in the "C" locale, which is what a
 // program that never calls setlocale has, it is UTF-8. Encodings other than UTF-8 are converted by the C library,
 // which loads a module for each.
