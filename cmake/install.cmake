@@ -1,7 +1,7 @@
 # What is installed, and how it is found there. The Debian packages are in debian/.
 include(CMakePackageConfigHelpers)
 
-set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/qzjexxml)
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/qzjexxml)
 set(installed_libraries qzjexxml)
 foreach(library nuvo qzkivbtcrypto)
   get_target_property(is_imported ${library} IMPORTED)
@@ -27,11 +27,11 @@ if(QZJEXXML_COMMAND)
   install(FILES ${completions}/qzjexxml.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
-install(EXPORT qzjexxml NAMESPACE qzjexxml:: FILE qzjexxml-config.cmake DESTINATION ${package_folder})
+install(EXPORT qzjexxml NAMESPACE qzjexxml:: FILE qzjexxml-config.cmake DESTINATION ${package_directory})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake DESTINATION ${package_folder})
+install(FILES ${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake DESTINATION ${package_directory})
 
-# What was installed elsewhere than in the system's own folders may be moved, and has no need to be in the loader's path.
+# What was installed elsewhere than in the system's own directories may be moved, and has no need to be in the loader's path.
 set(prefix /usr)
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL /usr)
   file(RELATIVE_PATH prefix_from_pkgconfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)

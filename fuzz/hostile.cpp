@@ -38,9 +38,9 @@ struct Cost {
   std::string messages;
 };
 
-Cost load(const std::string& name, const std::string& folder, const std::string& document) {
-  const std::string file = folder + "/document";
-  const std::string messages = folder + "/messages";
+Cost load(const std::string& name, const std::string& directory, const std::string& document) {
+  const std::string file = directory + "/document";
+  const std::string messages = directory + "/messages";
   std::ofstream(file, std::ios::binary) << document;
   const pid_t child = fork();
   if (child == 0) {
@@ -93,15 +93,15 @@ int main(int argc, char* argv[]) {
     }
     return 0;
   }
-  std::string folder = std::filesystem::temp_directory_path() / "qzjexxml-hostile-XXXXXX";
-  if (mkdtemp(folder.data()) == nullptr) {
+  std::string directory = std::filesystem::temp_directory_path() / "qzjexxml-hostile-XXXXXX";
+  if (mkdtemp(directory.data()) == nullptr) {
     return 2;
   }
   std::size_t tooDear = 0;
   for (const Bound& bound : bounds) {
     std::vector<Cost> costs;
     for (const auto& document : documents) {
-      costs.push_back(load(document.name, folder, document.text(bound.size)));
+      costs.push_back(load(document.name, directory, document.text(bound.size)));
       const Cost& cost = costs.back();
       if (!cost.survived || cost.seconds > bound.seconds || cost.messages.size() > mostMessages) {
         ++tooDear;
@@ -117,7 +117,7 @@ int main(int argc, char* argv[]) {
     }
     std::fflush(stdout);
   }
-  std::filesystem::remove_all(folder);
+  std::filesystem::remove_all(directory);
   std::printf("%zu documents of each size, %zu too dear\n", documents.size(), tooDear);
   return tooDear == 0 ? 0 : 1;
 }

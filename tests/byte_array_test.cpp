@@ -1,5 +1,5 @@
 // KIVByteArray and the readers, as a consumer's own code compiles them.
-#include "support/scratch_folder.h"
+#include "support/scratch_directory.h"
 
 #include <qzjexxml/kiv_byte_array.h>
 #include <qzjexxml/kiv_file_reader.h>
@@ -64,11 +64,11 @@ TEST(ByteArray, LeavesABlockAloneThatItDoesNotOwn) {
 class Reader : public testing::Test {
  protected:
   std::ifstream& open(std::string_view content) {
-    stream.open(folder.write("file", content), std::ios::binary);
+    stream.open(directory.write("file", content), std::ios::binary);
     return stream;
   }
 
-  ScratchFolder folder;
+  ScratchDirectory directory;
   std::ifstream stream;
 };
 

@@ -2,7 +2,7 @@
 // functions itself.
 #include "filestore/encrypted_file.h"
 #include "support/captured_stderr.h"
-#include "support/scratch_folder.h"
+#include "support/scratch_directory.h"
 
 #include <kivbtcrypto.h>
 #include <qzjexxml/qzjexxml.h>
@@ -60,19 +60,19 @@ class CryptoCalls : public testing::Test {
     };
   }
 
-  ScratchFolder folder;
+  ScratchDirectory directory;
   CapturedStderr captured;
   std::string handedOver;
   bool works = true;
 };
 
 TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
-  const std::string file = folder.write("a.xml", std::string("a\0b", 3));
+  const std::string file = directory.write("a.xml", std::string("a\0b", 3));
   const std::string expected = std::string("a\0b", 3) + "||p\xE9";
   EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
   EXPECT_EQ(handedOver, expected);
   EXPECT_EQ(wiped, "p\xE9|" + std::string("a\0b|", 4));
-  EXPECT_EQ(folder.read("a.enc"), "result");
+  EXPECT_EQ(directory.read("a.enc"), "result");
   handedOver.clear();
   wiped.clear();
   EXPECT_TRUE(DecryptFile(file.c_str(), phrase));
@@ -90,14 +90,14 @@ TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
 
 TEST_F(CryptoCalls, ThatFailTouchNoFile) {
   works = false;
-  const std::string file = folder.write("a.xml", "a");
+  const std::string file = directory.write("a.xml", "a");
   EXPECT_FALSE(EncryptFile(file.c_str(), phrase) || DecryptXmlFile(file.c_str(), phrase) != nullptr);
-  EXPECT_FALSE(std::filesystem::exists(folder.path("a.enc")));
+  EXPECT_FALSE(std::filesystem::exists(directory.path("a.enc")));
   EXPECT_EQ(captured.take(), "");
 }
 
 TEST_F(CryptoCalls, MayGiveNothingOrABlockOfTheirOwn) {
-  const std::string file = folder.write("a.xml", "a");
+  const std::string file = directory.write("a.xml", "a");
   static char block[] = "static";
   std::uint32_t length = 0;
   crypto = [&length](KIVByteArray&, KIVByteArray& output, KIVByteArray&) {
@@ -109,7 +109,7 @@ TEST_F(CryptoCalls, MayGiveNothingOrABlockOfTheirOwn) {
   EXPECT_EQ(DecryptXmlFile(file.c_str(), phrase), nullptr);
   length = 6;
   EXPECT_TRUE(DecryptFile(file.c_str(), phrase) && EncryptFile(file.c_str(), phrase));
-  EXPECT_EQ(folder.read("a.enc"), "static");
+  EXPECT_EQ(directory.read("a.enc"), "static");
 }
 
 TEST_F(CryptoCalls, NameTheEncryptedFile) {
@@ -121,21 +121,21 @@ TEST_F(CryptoCalls, NameTheEncryptedFile) {
   for (const auto& [source, encrypted] : names) {
     EXPECT_EQ(jexxml::encryptedFileName(source), encrypted);
   }
-  std::filesystem::create_directory(folder.path("c.xml"));
-  const std::string file = folder.write("c.xml/a.xml", "a");
+  std::filesystem::create_directory(directory.path("c.xml"));
+  const std::string file = directory.write("c.xml/a.xml", "a");
   KIVByteArray output;
   EXPECT_FALSE(jexxml::EncryptXmlFile(file.c_str(), output, phrase));
   EXPECT_EQ(textOf(output), "result");
-  EXPECT_EQ(captured.take(), "Could not open file: " + folder.path("c.enc/a.xml") + '\n');
+  EXPECT_EQ(captured.take(), "Could not open file: " + directory.path("c.enc/a.xml") + '\n');
 }
 
 TEST_F(CryptoCalls, WriteXmlFileReplacesAFile) {
-  const std::string file = folder.write("t", "longer than before");
+  const std::string file = directory.write("t", "longer than before");
   EXPECT_TRUE(jexxml::WriteXmlFile(file.c_str(), "text"));
-  EXPECT_EQ(folder.read("t"), "text");
+  EXPECT_EQ(directory.read("t"), "text");
   EXPECT_FALSE(jexxml::WriteXmlFile(file.c_str(), "") || jexxml::WriteXmlFile(nullptr, "t"));
-  EXPECT_FALSE(jexxml::WriteXmlFile(folder.path("").c_str(), "t"));
-  EXPECT_EQ(captured.take(), "Parameter Error!\nParameter Error!\nCould not open file: " + folder.path("") + '\n');
+  EXPECT_FALSE(jexxml::WriteXmlFile(directory.path("").c_str(), "t"));
+  EXPECT_EQ(captured.take(), "Parameter Error!\nParameter Error!\nCould not open file: " + directory.path("") + '\n');
 }
 
 }  // namespace

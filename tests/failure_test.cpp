@@ -158,7 +158,7 @@ TEST_F(FailingLoad, KeepsWhatWasCompleteBeforeAnException) {
       {throwDomException, "A DOM error occurred Inside buildKivMaster \n \nDOMException code: 8\n"},
       {throwOutOfMemory, "An error occurred Inside buildKivMaster \n \n"},
   };
-  const std::string project = folder.write("project.xml", "<r><dependency><stop/></dependency></r>");
+  const std::string project = directory.write("project.xml", "<r><dependency><stop/></dependency></r>");
   for (const auto& [raise, messages] : exceptions) {
     raiseAt("stop", raise);
     expectLoad(document, "a\n", messages);
@@ -218,7 +218,7 @@ TEST_F(FailingLoad, SaysWhatCannotBegin) {
   onStart = nullptr;
   raiseAt("security", [] { throw std::bad_alloc(); });  // in the making of the name table
   KIVData* record = nullptr;
-  EXPECT_THROW(InitKIVData(folder.path("manifest.xml").c_str(), &record), std::bad_alloc);
+  EXPECT_THROW(InitKIVData(directory.path("manifest.xml").c_str(), &record), std::bad_alloc);
   EXPECT_EQ(record, nullptr);
   EXPECT_EQ(captured.take(), "");
 }
@@ -270,7 +270,7 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
       "<!DOCTYPE a [<!ELEMENT a ANY><!ATTLIST a x CDATA '1'><!ATTLIST a x CDATA '22'><!ATTLIST a x CDATA "
       "'333333333333333333333333333333333'>]><a/>";
   for (const auto& [isStarted, manifest] : {std::pair(false, &text), {true, &text}, {true, &definedAgain}}) {
-    const std::string file = folder.write("manifest.xml", *manifest);
+    const std::string file = directory.write("manifest.xml", *manifest);
     expectLoad(*manifest, "", "");  // whose bytes stay until the next load
     if (isStarted) {
       XMLPlatformUtils::Initialize();
@@ -292,7 +292,7 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
 
 // The first allocation after the conversion of a diagnostic stores it.
 TEST_F(FailingLoad, ThrowsWhenADiagnosticCannotBeCollected) {
-  const std::string file = folder.write("manifest.xml", "<r></s>");
+  const std::string file = directory.write("manifest.xml", "<r></s>");
   raiseAt("expected end of tag 'r'", [] { allocations = 0, firstBad = lastBad = 1; });
   EXPECT_THROW(qzjexxml::loadManifest(file), std::bad_alloc);
   firstBad = never;

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways. Compiles the
 # consumer in each standard that programs use, also with clang where there is one.
-# Arguments: build folder, sources, folder of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
+# Arguments: build directory, sources, directory of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
 # that run a program.
 set -euo pipefail
 build=$1 source=$2 libraries=$3 compiler=$4 flags=$5 toolchain=$6

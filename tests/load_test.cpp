@@ -98,9 +98,9 @@ TEST_F(ManifestLoad, SaysWhyAFileIsRefused) {
 }
 
 TEST_F(ManifestLoad, GivesRecordsThatAreTheCallers) {
-  const std::string first = folder.write("first.xml", good);
+  const std::string first = directory.write("first.xml", good);
   const std::string second =
-      folder.write("second.xml", "<r><kiv><varnixpath><data path='there'/></varnixpath></kiv></r>");
+      directory.write("second.xml", "<r><kiv><varnixpath><data path='there'/></varnixpath></kiv></r>");
   KIVData* here = nullptr;
   KIVData* there = nullptr;
   InitKIVData(first.c_str(), &here);
@@ -143,7 +143,7 @@ class ProjectLoad : public ManifestLoad {
 
 TEST_F(ProjectLoad, SaysOnlyWhatIsWrong) {
   expectProjectMessages(EXAMPLES "/project.xml", "");
-  expectProjectMessages(folder.write("broken.xml", "<r>"),
+  expectProjectMessages(directory.write("broken.xml", "<r>"),
                         "Fatal Error at file \"JexXml\", line 1, column 4\n   Message: input ended before all started "
                         "tags were ended; last tag started is 'r'\nError buiding DOM\n");
   expectProjectMessages("missing", "Could not open file: missing\nError building input source\n");

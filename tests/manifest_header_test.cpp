@@ -35,7 +35,7 @@ class ManifestHeader : public ManifestLoad {
 };
 
 TEST_F(ManifestHeader, OwnsTheRecord) {
-  Manifest manifest = loadManifest(folder.write(
+  Manifest manifest = loadManifest(directory.write(
       "manifest.xml",
       "<r><kiv><rootmacro><data name='N' abspath='/n'/></rootmacro><filemap><root path='r'><data dir_name='d' "
       "file_name='f'/></root></filemap><varnixpath><data path='s'/></varnixpath></kiv></r>"));
@@ -43,18 +43,18 @@ TEST_F(ManifestHeader, OwnsTheRecord) {
   EXPECT_EQ(moved.rootMacros().at("N"), "/n");
   EXPECT_EQ(moved.fileMap().at("r/d/f").target, "d/f");
   EXPECT_EQ(moved.searchPath().at(0), "s");
-  moved = loadManifest(folder.write("good.xml", good));
+  moved = loadManifest(directory.write("good.xml", good));
   EXPECT_TRUE(moved.rootMacros().empty());
-  for (const auto& path : loadManifest(folder.path("good.xml")).searchPath()) {
+  for (const auto& path : loadManifest(directory.path("good.xml")).searchPath()) {
     EXPECT_EQ(path, "here");
   }
   EXPECT_EQ(captured.take(), "");
 }
 
 TEST_F(ManifestHeader, ThrowsTheDiagnosticsOfALoad) {
-  const std::string invalid = folder.write("invalid.xml", "<!DOCTYPE a [<!ELEMENT a EMPTY>]>\n<a b='1'>\n<c/></a>");
-  const std::string broken = folder.write("broken.xml", "<a>\n</b>");
-  const std::string place = folder.path("\"JexXml\", line 1, column 2");
+  const std::string invalid = directory.write("invalid.xml", "<!DOCTYPE a [<!ELEMENT a EMPTY>]>\n<a b='1'>\n<c/></a>");
+  const std::string broken = directory.write("broken.xml", "<a>\n</b>");
+  const std::string place = directory.path("\"JexXml\", line 1, column 2");
   for (const auto load : {+[](const std::string& name) { loadManifest(name); }, checkProject}) {
     auto error = expectError<LoadError>(
         "Fatal Error at file \"JexXml\", line 2, column 3\n   Message: expected end of tag 'a'\nError buiding DOM",
@@ -76,15 +76,15 @@ TEST_F(ManifestHeader, ThrowsTheDiagnosticsOfALoad) {
 
 TEST_F(ManifestHeader, ReadsEncryptsAndDecryptsFiles) {
   const std::string bytes("\0<\xFF", 3);
-  const std::string file = folder.write("a.xml", bytes);
+  const std::string file = directory.write("a.xml", bytes);
   EXPECT_EQ(readFile(file), bytes);
   encryptFile(file, "passphrase");
-  EXPECT_EQ(decryptFile(folder.path("a.enc"), "passphrase"), bytes);
-  expectError<std::runtime_error>("Nothing to read!", [&] { readFile(folder.write("empty", "")); });
+  EXPECT_EQ(decryptFile(directory.path("a.enc"), "passphrase"), bytes);
+  expectError<std::runtime_error>("Nothing to read!", [&] { readFile(directory.write("empty", "")); });
   expectError<std::runtime_error>("Could not open file: missing", [] { encryptFile("missing", "passphrase"); });
   for (const char* name : {"a.enc", "a.xml"}) {
     expectError<std::runtime_error>("the crypto library refuses the passphrase or the file",
-                                    [&] { decryptFile(folder.path(name), "another"); });
+                                    [&] { decryptFile(directory.path(name), "another"); });
   }
   expectError<std::runtime_error>("the passphrase contains a NUL byte", [&] { encryptFile(file, {"a\0b", 3}); });
 }

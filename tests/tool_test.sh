@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The command itself: what is in data/command.txt, and what takes a terminal, signals or several processes. Arguments: the
-# words that run it. LOCALE_FOLDER has the locales of the tests.
+# words that run it. LOCALE_DIRECTORY has the locales of the tests.
 set -euo pipefail
 tool=("$@")
 here=$(cd "$(dirname "$0")" && pwd)
@@ -45,7 +45,7 @@ done <"$here/data/command.txt" >transcript
 diff -a "$here/data/command.txt" transcript >&2 || fail 'to do what data/command.txt says'
 
 # The C library does not free its own copy of LOCPATH.
-env LOCPATH="$LOCALE_FOLDER" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 qzjexxml manifest --json a.xml |
+env LOCPATH="$LOCALE_DIRECTORY" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 qzjexxml manifest --json a.xml |
   cmp - <(qzjexxml manifest --json a.xml) || fail 'to write JSON in UTF-8 everywhere'
 
 # A change of any attribute is a difference: a description has all that its schema declares, an attribute on each line.

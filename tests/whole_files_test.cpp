@@ -1,6 +1,6 @@
 // The exported functions that read, encrypt and decrypt whole files, over the stub of the crypto library.
 #include "support/captured_stderr.h"
-#include "support/scratch_folder.h"
+#include "support/scratch_directory.h"
 
 #include <qzjexxml/qzjexxml.h>
 
@@ -44,25 +44,25 @@ class WholeFiles : public testing::Test {
     expectFailure(file.c_str(), "Could not open file: " + file, "Could not open file: " + file);
   }
 
-  ScratchFolder folder;
+  ScratchDirectory directory;
   CapturedStderr captured;
 };
 
 TEST_F(WholeFiles, ComeBackByteForByte) {
   const std::string content("<r>\0\r\n\xFF</r>", 11);
-  const std::string source = folder.write("a.xml", content);
+  const std::string source = directory.write("a.xml", content);
   KIVByteArray array("old", 3);
   EXPECT_TRUE(ReadXmlFile(source.c_str(), array));
   EXPECT_EQ(std::string(array.data, array.length), content);
   ASSERT_TRUE(EncryptFile(source.c_str(), passphrase));
-  const std::string encrypted = folder.path("a.enc");
+  const std::string encrypted = directory.path("a.enc");
   for (const char* text : {ReadXmlFile(source.c_str()), DecryptXmlFile(encrypted.c_str(), passphrase)}) {
     const std::unique_ptr<const char[]> owner(text);
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(std::string(text, content.size() + 1), content + '\0');
   }
   EXPECT_FALSE(DecryptFile(encrypted.c_str(), otherPassphrase));
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path("")), {}), 2);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path("")), {}), 2);
   EXPECT_EQ(captured.take(), "");
 
   std::filesystem::remove(encrypted);
@@ -76,20 +76,20 @@ TEST_F(WholeFiles, ThatCannotBeReadAreReported) {
   expectFailure(nullptr, "Parameter Error!", "File name is null or empty!");
   expectFailure("", "Parameter Error!", "File name is null or empty!");
   expectUnopened("missing.xml");
-  expectNothing(folder.write("empty", ""));
-  expectNothing(folder.path(""));
+  expectNothing(directory.write("empty", ""));
+  expectNothing(directory.path(""));
   expectNothing("/dev/zero");
   expectNothing("/proc/self/mem");
-  ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
-  expectNothing(folder.path("pipe"));
-  const std::string huge = folder.write("huge", "x");
+  ASSERT_EQ(mkfifo(directory.path("pipe").c_str(), 0600), 0);
+  expectNothing(directory.path("pipe"));
+  const std::string huge = directory.write("huge", "x");
   std::filesystem::resize_file(huge, std::uintmax_t{1} << 31);
   expectNothing(huge);
   sockaddr_un address = {AF_UNIX, {}};
-  folder.path("socket").copy(address.sun_path, sizeof address.sun_path - 1);
+  directory.path("socket").copy(address.sun_path, sizeof address.sun_path - 1);
   const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
   ASSERT_EQ(bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  expectUnopened(folder.path("socket"));
+  expectUnopened(directory.path("socket"));
   close(descriptor);
 }
 

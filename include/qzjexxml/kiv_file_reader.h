@@ -65,7 +65,7 @@ class QZJEXXML_EXPORT KIVFileReader {
   // reader's end, and may be moved from.
   //
   // The array is empty when the stream is missing, closed, not good or cannot be sized (a pipe), when
-  // the file is empty or of 2 GiB or more, and when reading fails (a folder); it is never partly filled.
+  // the file is empty or of 2 GiB or more, and when reading fails (a directory); it is never partly filled.
   // Of a file that shrinks meanwhile it holds what was left.
   virtual KIVByteArray& readAll() {
     error = 0;
@@ -124,7 +124,7 @@ class QZJEXXML_EXPORT KIVFileReader {
   // reading fails, which leaves the stream's bad flag set unless not even the first byte can be read.
   KIVByteArray readBlock(std::uint32_t size) {
     KIVByteArray block;
-    if (stream->peek() == std::ifstream::traits_type::eof()) {  // a folder, whose size may be 2 GiB
+    if (stream->peek() == std::ifstream::traits_type::eof()) {  // a directory, whose size may be 2 GiB
       stream->clear();
       return block;
     }

@@ -72,7 +72,7 @@ extern "C" QZJEXXML_EXPORT int TermNOXData(void** handle);
 //
 //   "Parameter Error!"                  `fileName` is null or empty
 //   "Could not open file: " + fileName  it cannot be opened, or is a socket
-//   "Nothing to read!"                  it is empty, of 2 GiB or more, a folder, FIFO or device (which are not
+//   "Nothing to read!"                  it is empty, of 2 GiB or more, a directory, FIFO or device (which are not
 //                                       opened), or reading fails
 //
 // Thread-safe as long as `out` is not shared.
@@ -97,7 +97,7 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 //   "File name is null or empty!"
 //   "Could not open file: " + the name  the file, or the encrypted one, cannot be opened, or is a socket; or the
 //                                       encrypted one is a link to the file itself
-//   "Could not read file!"              it is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
+//   "Could not read file!"              it is empty, of 2 GiB or more, a directory, FIFO or device, or reading fails
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);

@@ -8,7 +8,7 @@ namespace jexxml {
 // The caller's diagnostics, each a line on the standard error stream.
 struct ReadMessages {
   const char* noFileName;  // the name is null or empty
-  const char* noContent;   // the file is empty, of 2 GiB or more, a folder, FIFO or device, or reading fails
+  const char* noContent;   // the file is empty, of 2 GiB or more, a directory, FIFO or device, or reading fails
 };
 
 // The content of `fileName`, or an empty array after one of the messages or the one of a file that cannot be opened,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/captured_stderr.h"
-#include "support/scratch_folder.h"
+#include "support/scratch_directory.h"
 
 #include <qzjexxml/qzjexxml.h>
 
@@ -34,7 +34,7 @@ class ManifestLoad : public testing::Test {
     return text;
   }
 
-  std::string load(std::string_view document) { return loadFile(folder.write("manifest.xml", document).c_str()); }
+  std::string load(std::string_view document) { return loadFile(directory.write("manifest.xml", document).c_str()); }
 
   // The document loads without a message.
   void expectRecord(std::string_view document, std::string_view record,
@@ -55,6 +55,6 @@ class ManifestLoad : public testing::Test {
 
   static constexpr std::string_view good = "<any><kiv><varnixpath><data path='here'/></varnixpath></kiv></any>";
 
-  ScratchFolder folder;
+  ScratchDirectory directory;
   CapturedStderr captured;
 };

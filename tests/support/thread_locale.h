@@ -14,7 +14,7 @@
 class ThreadLocale {
  public:
   explicit ThreadLocale(const std::string& name) {
-    setenv("LOCPATH", LOCALE_FOLDER, 1);
+    setenv("LOCPATH", LOCALE_DIRECTORY, 1);
     locale = newLocale(name.c_str());
     unsetenv("LOCPATH");
     if (locale == nullptr) {

@@ -1,4 +1,4 @@
-// A folder of its own for each test, removed at its end.
+// A directory of its own for each test, removed at its end.
 #pragma once
 
 #include <cstdlib>
@@ -9,20 +9,20 @@
 #include <string>
 #include <string_view>
 
-class ScratchFolder {
+class ScratchDirectory {
  public:
-  ScratchFolder() {
+  ScratchDirectory() {
     std::string name = (std::filesystem::temp_directory_path() / "qzjexxml-test-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) {
-      throw std::runtime_error("no scratch folder");
+      throw std::runtime_error("no scratch directory");
     }
-    folder = name;
+    directory = name;
   }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  ~ScratchFolder() { std::filesystem::remove_all(folder); }
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+  ~ScratchDirectory() { std::filesystem::remove_all(directory); }
 
-  std::string path(const std::string& name) const { return (folder / name).string(); }
+  std::string path(const std::string& name) const { return (directory / name).string(); }
 
   // Writes a file and returns its path.
   std::string write(const std::string& name, std::string_view content) const {
@@ -36,5 +36,5 @@ class ScratchFolder {
   }
 
  private:
-  std::filesystem::path folder;
+  std::filesystem::path directory;
 };
