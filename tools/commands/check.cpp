@@ -29,7 +29,7 @@ std::string positionOf(const std::string& file, Description& description, const 
 void checkPath(const Entry& entry, Description& description) {
   const Element& element = *entry.element;
   if (!entry.value.empty() && !entry.value.starts_with('/')) {
-    description.report(Rule::relativePath, element.attribute(*element.kind->attribute("abspath")),
+    description.report(Rule::relativePath, element.attribute(u"abspath"),
                        [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
   }
 }
@@ -86,10 +86,10 @@ void checkEntries(const std::string& file, Description& description) {
 
 void checkType(Description& description) {
   const Element& root = description.elements.front();
-  const std::string type = root["type"];
+  const std::string type = root.value(u"type").value_or("");
   const std::vector<std::string_view> types = {"archive", "project"};
   if (!type.empty() && type != types[description.isManifest() ? 0 : 1]) {
-    description.report(Rule::wrongType, root.attribute(*root.kind->attribute("type")), [&] {
+    description.report(Rule::wrongType, root.attribute(u"type"), [&] {
       return "its type is " + inQuotes(type) +
              (type != types[description.isManifest() ? 1 : 0] ? ", which no description has" + suggestion(type, types)
               : description.isManifest()                      ? ", but the content is that of an archive manifest"

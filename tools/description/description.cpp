@@ -26,8 +26,8 @@ std::string positionOf(const std::string& file, const Position& position) {
          std::to_string(std::max<std::uint64_t>(position.column, 1));
 }
 
-std::optional<std::string> Element::value(const AttributeKind& attribute) const {
-  jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute.parserName.c_str());
+std::optional<std::string> Element::value(const char16_t* attribute) const {
+  jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute);
   read.fetch();
   return read.missing ? std::nullopt : std::optional(read.getText());
 }
@@ -36,16 +36,12 @@ std::string Element::attributesText(Which which, bool areCut) const {
   std::string text;
   for (const AttributeKind& attribute : kind->attributes) {
     if (which == Which::all || attribute.required == (which == Which::required)) {
-      if (const auto given = value(attribute)) {
+      if (const auto given = value(attribute.parserName.c_str())) {
         text += ' ' + attribute.name + '=' + (areCut ? inQuotes(*given) : '"' + *given + '"');
       }
     }
   }
   return text;
-}
-
-std::string Element::operator[](std::string_view attribute) const {
-  return value(*kind->attribute(attribute)).value_or("");
 }
 
 Description::Description(const char* path, const Rules& ignored) : ignoredRules(ignored) {

@@ -33,7 +33,7 @@ struct Finding {
 
 // What a finding is about.
 struct Anchor {
-  Token token = Token::here;
+  Token token = Token::tag;
   ParserPosition position;
   std::u16string_view attribute;
   SuppressionGroup suppressions = 0;  // before its element
@@ -42,17 +42,14 @@ struct Anchor {
 // An element that a load takes.
 struct Element {
   // In the locale encoding; none for an absent attribute.
-  std::optional<std::string> value(const AttributeKind& attribute) const;
+  std::optional<std::string> value(const char16_t* attribute) const;
 
   // Those of its attributes that it has, each after a space: NAME="VALUE", with long values cut where `areCut` is set.
   enum class Which { required, others, all };
   std::string attributesText(Which which, bool areCut = false) const;
 
-  // Empty for an absent attribute. REQUIRES: its kind has one of the name.
-  std::string operator[](std::string_view attribute) const;
-
   Anchor tag() const { return {Token::tag, end, {}, suppressions}; }
-  Anchor attribute(const AttributeKind& name) const { return {Token::attribute, end, name.parserName, suppressions}; }
+  Anchor attribute(std::u16string_view name) const { return {Token::attribute, end, name, suppressions}; }
 
   const ElementKind* kind;
   std::size_t parent;  // index of the element; the root element's is its own

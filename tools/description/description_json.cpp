@@ -34,7 +34,7 @@ void write(JsonWriter& json, const Description& description) {
     json.beginObject().key("element").text(element.kind->name).key("attributes").beginObject();
     std::map<std::string, std::string> attributes;
     for (const AttributeKind& attribute : element.kind->attributes) {
-      if (auto value = element.value(attribute)) {
+      if (auto value = element.value(attribute.parserName.c_str())) {
         attributes.emplace(attribute.name, *std::move(value));
       }
     }

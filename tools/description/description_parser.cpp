@@ -1,6 +1,5 @@
 #include "description/description_parser.h"
 
-#include "description/unknown_names.h"
 #include "document/parse_document.h"
 #include "io/quoting.h"
 
@@ -10,8 +9,10 @@
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>
-#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
+
+#include <algorithm>
+#include <iterator>
 
 namespace tool {
 namespace {
@@ -19,13 +20,48 @@ namespace {
 using xercesc::XMLErrs;
 using xercesc::XMLExcepts;
 using xercesc::XMLString;
+using xercesc::XMLUni;
 
 constexpr std::size_t ignored = static_cast<std::size_t>(-1);
 
-// Names that a description may have for other readers.
+// Attributes that a description may have for other programs.
 bool isForOthers(std::u16string_view attribute) {
   return attribute == u"xmlns" || attribute.starts_with(u"xmlns:") || attribute.starts_with(u"xml:") ||
          attribute.starts_with(u"xsi:");
+}
+
+// Cut before it is converted, so that a long name is not converted for each finding.
+std::string shortName(std::u16string_view name) { return textOf(name.substr(0, 200)); }
+
+std::string nearestOf(const auto& kinds, std::u16string_view name) {
+  std::vector<std::string_view> names;
+  std::ranges::transform(kinds, std::back_inserter(names), [](auto& kind) -> std::string_view { return kind.name; });
+  return suggestion(shortName(name), names);
+}
+
+// `what` is "element" or "attribute".
+std::string isUnknown(const std::string& what, std::u16string_view name, const ElementKind& owner, bool isRoot) {
+  return what + ' ' + inQuotes(shortName(name)) +
+         " is ignored: " + (isRoot ? "the root element" : inQuotes(owner.name)) + " has no such " + what;
+}
+
+// Lists the elements that have a child of the name.
+std::string parentsIn(const ElementKind& kind, const std::string& nameOfKind, std::u16string_view name) {
+  std::string parents = kind.child(name) != nullptr ? ", " + nameOfKind : "";
+  for (const ElementKind& child : kind.children) {
+    parents += parentsIn(child, inQuotes(child.name), name);
+  }
+  return parents;
+}
+
+// Where an element belongs that is unknown in `parent`.
+std::string homeOf(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
+  const bool isManifest = &root == &manifestVocabulary();
+  if (otherVocabulary(root).child(name) != nullptr) {
+    return isManifest ? "; it belongs in a project description" : "; it belongs in an archive manifest";
+  }
+  const std::string parents = parentsIn(root, "the root element", name);
+  return parents.empty() ? nearestOf(parent.children, name) : "; it belongs in " + parents.substr(2);
 }
 
 }  // namespace
@@ -33,27 +69,24 @@ bool isForOthers(std::u16string_view attribute) {
 DescriptionParser::DescriptionParser(Description& described)
     : DocumentParser(jexxml::Budgets(described.fileSize())), description(described) {
   jexxml::configure(*this);
-  setErrorHandler(&reports);
+  setErrorHandler(this);
 }
 
-void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
-                                const XMLCh* const actualEncoding) {
-  description.positions.setDeclaration(encoding, XMLString::equals(version, u"1.1"));
-  DocumentParser::XMLDecl(version, encoding, standalone, actualEncoding);
+void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const /*encoding*/,
+                                const XMLCh* const /*standalone*/, const XMLCh* const actualEncoding) {
+  description.positions.setDeclaration(actualEncoding, XMLString::equals(version, u"1.1"));
 }
 
 // The base ends an empty element, and makes the node.
 void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId,
-                                     const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
-                                     XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
-  const bool hasPrefix = prefix != nullptr && *prefix != 0;
+                                     const XMLCh* prefix, const Attributes& attributes, XMLSize_t attributeCount,
+                                     bool isEmpty, bool isRoot) {
   const Anchor tag = entities.empty() ? anchor(Token::tag, position(), description.suppressions.takePending())
                                       : anchor(Token::reference, position(), referenceSuppressions);
   if (isRoot) {
     description.suppressions.setWholeFile(tag.suppressions);
   }
-  const std::size_t element = take(
-      tag, hasPrefix ? std::u16string(prefix) + u':' + declaration.getBaseName() : declaration.getBaseName(), isRoot);
+  const std::size_t element = take(tag, declaration.getFullName(), isRoot);
   openElements.push_back({.element = element, .tag = tag});
   if (element != ignored) {
     takeAttributes(attributes, attributeCount);
@@ -73,8 +106,7 @@ void DescriptionParser::endElement(const xercesc::XMLElementDecl& declaration, u
   DocumentParser::endElement(declaration, uriId, isRoot, prefix);
 }
 
-void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
-  DocumentParser::docCharacters(text, length, isCdata);
+void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool /*isCdata*/) {
   if (!openElements.empty() && !xercesc::XMLChar1_0::isAllSpaces(text, length)) {
     description.suppressions.takePending();
     OpenElement& parent = openElements.back();
@@ -87,22 +119,11 @@ void DescriptionParser::docCharacters(const XMLCh* text, XMLSize_t length, bool 
   lastEnd = position();
 }
 
-void DescriptionParser::ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) {
-  DocumentParser::ignorableWhitespace(text, length, isCdata);
-  lastEnd = position();
-}
-
 void DescriptionParser::docComment(const XMLCh* text) {
   lastEnd = position();
   if (entities.empty()) {
     description.suppressions.add(text, lastEnd);
   }
-  DocumentParser::docComment(text);
-}
-
-void DescriptionParser::docPI(const XMLCh* target, const XMLCh* data) {
-  lastEnd = position();
-  DocumentParser::docPI(target, data);
 }
 
 void DescriptionParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
@@ -128,29 +149,27 @@ void DescriptionParser::error(unsigned int code, const XMLCh* domain, ErrTypes t
   errorText = nullptr;
 }
 
-bool DescriptionParser::isReporting(const XMLCh* domain, unsigned int code) const {
-  return errorCode == code && XMLString::equals(errorDomain, domain);
-}
-
 // A message whose text is not that of Xerces-C comes from a limit of the base.
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
-  using xercesc::XMLUni;
   constexpr std::size_t longest = 1'000;
   const ParserPosition reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
                                    static_cast<std::uint32_t>(exception.getColumnNumber())};
-  Anchor at = anchor(Token::here, reported, 0);
+  const auto isError = [this](unsigned int code, const XMLCh* domain = XMLUni::fgXMLErrDomain) {
+    return errorCode == code && XMLString::equals(errorDomain, domain);
+  };
+  Anchor at = anchor(Token::tag, reported, 0);
   std::string message = textOf(std::u16string_view(exception.getMessage()).substr(0, longest));
   if (errorText == nullptr || !XMLString::equals(exception.getMessage(), errorText)) {
     rule = Rule::overLimit;
-  } else if (isReporting(XMLUni::fgExceptDomain, XMLExcepts::Gen_CouldNotOpenDTD) ||
-             isReporting(XMLUni::fgExceptDomain, XMLExcepts::Gen_CouldNotOpenExtEntity)) {
+  } else if (isError(XMLExcepts::Gen_CouldNotOpenDTD, XMLUni::fgExceptDomain) ||
+             isError(XMLExcepts::Gen_CouldNotOpenExtEntity, XMLUni::fgExceptDomain)) {
     rule = Rule::notLoadable;
     message += "; nothing outside the file is read";
   } else if (rule == Rule::notWellFormed && findWrongText(reported)) {
     return;
-  } else if (isReporting(XMLUni::fgXMLErrDomain, XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
+  } else if (isError(XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
     at = openElements.back().tag;
-  } else if (isReporting(XMLUni::fgXMLErrDomain, XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
+  } else if (isError(XMLErrs::ExpectedEndOfTagX) && !openElements.empty()) {
     at.token = entities.empty() ? Token::insideTag : Token::reference;
     const Position start = description.positionOf(openElements.back().tag);
     message += "; it starts at " + std::to_string(start.line) + ':' + std::to_string(start.column);
@@ -158,11 +177,11 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.report(rule, description.positionOf(at), message);
 }
 
-// What the parser notices late: its position for a byte that cannot be decoded is where it began to read a stretch of
-// the file; a quote that is not closed is found in what follows the value that was meant.
+// Xerces-C notices these late. A byte that cannot be decoded is anywhere in the block that it was reading; a quote that
+// is not closed is found in what follows the value.
 bool DescriptionParser::findWrongText(const ParserPosition& at) {
   TokenPositions& positions = description.positions;
-  const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, xercesc::XMLUni::fgExceptDomain));
+  const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, XMLUni::fgExceptDomain));
   if (byte.line != 0) {
     description.report(
         Rule::badByte, byte,
@@ -185,27 +204,31 @@ ParserPosition DescriptionParser::position() const {
   return {static_cast<std::uint32_t>(locator.getLineNumber()), static_cast<std::uint32_t>(locator.getColumnNumber())};
 }
 
-// What an entity holds stands where the entity is referred to.
+// The content of an entity is reported at the reference.
 Anchor DescriptionParser::anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const {
   return entities.empty() ? Anchor{token, at, {}, suppressions}
                           : Anchor{Token::reference, position(), {}, referenceSuppressions};
 }
 
-// The index of the element in the description, or `ignored`: then with a warning, unless it is part of one that is
-// ignored.
+// Returns the index of the element in the description, or `ignored`: then it is reported, unless its parent is ignored.
 std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name, bool isRoot) {
   const std::size_t parent = isRoot ? 0 : openElements.back().element;
   if (parent == ignored) {
     return ignored;
   }
   if (!entities.empty()) {
-    description.report(Rule::entityElement, tag, [&] { return elementOfEntity(name, entities.front()); });
+    description.report(Rule::entityElement, tag, [&] {
+      return "element " + inQuotes(shortName(name)) + " is ignored: it comes out of the entity " +
+             inQuotes(shortName(entities.front()));
+    });
     return ignored;
   }
   const ElementKind* kind = isRoot ? description.root : kindIn(parent, name);
   if (kind == nullptr) {
-    description.report(Rule::unknownElement, tag,
-                       [&] { return unknownElement(name, *description.elements[parent].kind, *description.root); });
+    description.report(Rule::unknownElement, tag, [&] {
+      const ElementKind& owner = *description.elements[parent].kind;
+      return isUnknown("element", name, owner, parent == 0) + homeOf(name, owner, *description.root);
+    });
     return ignored;
   }
   description.elements.push_back(
@@ -227,44 +250,37 @@ const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_
   return kind;
 }
 
-void DescriptionParser::takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
-  const Element& element = description.elements.back();
-  const ElementKind& kind = *element.kind;
-  values.assign(kind.attributes.size(), nullptr);
+// Only the root element has a type.
+void DescriptionParser::takeAttributes(const Attributes& attributes, XMLSize_t count) {
+  Element& element = description.elements.back();
   for (XMLSize_t i = 0; i < count; ++i) {
     const std::u16string_view name = attributes.elementAt(i)->getQName();
-    const AttributeKind* known = kind.attribute(name);
-    if (known != nullptr) {
-      values[static_cast<std::size_t>(known - kind.attributes.data())] = attributes.elementAt(i)->getValue();
-      if (name == u"type") {  // which the root element alone has
-        takeType(attributes.elementAt(i)->getValue());
-      }
-    } else if (!isForOthers(name)) {
-      description.report(Rule::unknownAttribute, Anchor{Token::attribute, element.end, name, element.suppressions},
-                         [&] { return unknownAttribute(name, kind, description.elements.size() == 1); });
+    const std::u16string_view value = attributes.elementAt(i)->getValue();
+    if (element.kind->attribute(name) == nullptr && !isForOthers(name)) {
+      description.report(Rule::unknownAttribute, element.attribute(name), [&] {
+        return isUnknown("attribute", name, *element.kind, description.elements.size() == 1) +
+               nearestOf(element.kind->attributes, name);
+      });
+    } else if (name == u"type" && (value == u"archive" || value == u"project")) {
+      description.showsKind = true;
+      element.kind = description.root = value == u"project" ? &projectVocabulary() : &manifestVocabulary();
     }
   }
-  requireAttributes();
+  requireAttributes(attributes, count);
 }
 
-void DescriptionParser::takeType(std::u16string_view value) {
-  if (value == u"archive" || value == u"project") {
-    description.showsKind = true;
-    description.elements.front().kind = description.root =
-        value == u"project" ? &projectVocabulary() : &manifestVocabulary();
-  }
-}
-
-void DescriptionParser::requireAttributes() {
+void DescriptionParser::requireAttributes(const Attributes& attributes, XMLSize_t count) {
   const Element& element = description.elements.back();
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const AttributeKind& attribute = element.kind->attributes[i];
-    if (attribute.required && (values[i] == nullptr || *values[i] == 0)) {
-      const bool isMissing = values[i] == nullptr;
-      description.report(isMissing ? Rule::missingAttribute : Rule::emptyAttribute,
-                         isMissing ? element.tag() : element.attribute(attribute), [&] {
+  for (const AttributeKind& attribute : element.kind->attributes) {
+    const XMLCh* value = attribute.required ? nullptr : u"not required";
+    for (XMLSize_t i = 0; attribute.required && i < count; ++i) {
+      value = attributes.elementAt(i)->getQName() == attribute.parserName ? attributes.elementAt(i)->getValue() : value;
+    }
+    if (value == nullptr || *value == 0) {
+      description.report(value == nullptr ? Rule::missingAttribute : Rule::emptyAttribute,
+                         value == nullptr ? element.tag() : element.attribute(attribute.parserName), [&] {
                            return "attribute " + inQuotes(attribute.name) + " of " + inQuotes(element.kind->name) +
-                                  (isMissing ? " is missing" : " is empty");
+                                  (value == nullptr ? " is missing" : " is empty");
                          });
     }
   }

@@ -1,13 +1,11 @@
-// DescriptionParser: the library's parser, which says as well what a load would silently ignore.
+// DescriptionParser: the library's parser, which also reports what a load would silently ignore.
 #pragma once
 
 #include "description/description.h"
 #include "document/guard/document_parser.h"
 
-#include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/util/XercesDefs.hpp>
 
 #include <cstddef>
 #include <string>
@@ -16,22 +14,21 @@
 
 namespace tool {
 
-// Serves one parse, of the description's bytes. Keeps the document that its elements refer to.
-class DescriptionParser final : public jexxml::DocumentParser {
+// Serves one parse, of the description's bytes. Owns the document that the description's elements refer to.
+class DescriptionParser final : public jexxml::DocumentParser, private xercesc::ErrorHandler {
  public:
   explicit DescriptionParser(Description& described);
 
   void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
                const XMLCh* actualEncoding) override;
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
-                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
-                    bool isRoot) override;
+                    const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
   void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
-  void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+  void ignorableWhitespace(const XMLCh* /*text*/, XMLSize_t, bool) override { lastEnd = position(); }
   void docComment(const XMLCh* text) override;
-  void docPI(const XMLCh* target, const XMLCh* data) override;
+  void docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) override { lastEnd = position(); }
   void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void endEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
@@ -44,41 +41,26 @@ class DescriptionParser final : public jexxml::DocumentParser {
     bool hasText = false;
   };
 
-  // Of Xerces-C, and of the limits of the base.
-  class Reports final : public xercesc::ErrorHandler {
-   public:
-    explicit Reports(DescriptionParser& reporter) : parser(reporter) {}
-
-    void warning(const xercesc::SAXParseException& /*exception*/) override {}
-    void error(const xercesc::SAXParseException& exception) override { parser.report(Rule::notValid, exception); }
-    void fatalError(const xercesc::SAXParseException& exception) override {
-      parser.report(Rule::notWellFormed, exception);
-    }
-    void resetErrors() override {}
-
-   private:
-    DescriptionParser& parser;
-  };
-
+  void warning(const xercesc::SAXParseException& /*exception*/) override {}
+  void error(const xercesc::SAXParseException& exception) override { report(Rule::notValid, exception); }
+  void fatalError(const xercesc::SAXParseException& exception) override { report(Rule::notWellFormed, exception); }
+  void resetErrors() override {}
   void report(Rule rule, const xercesc::SAXParseException& exception);
-  bool isReporting(const XMLCh* domain, unsigned int code) const;
   bool findWrongText(const ParserPosition& at);
+
   ParserPosition position() const;
   Anchor anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const;
   std::size_t take(const Anchor& tag, std::u16string_view name, bool isRoot);
   const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
-  void takeAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
-  void takeType(std::u16string_view value);
-  void requireAttributes();
+  void takeAttributes(const Attributes& attributes, XMLSize_t count);
+  void requireAttributes(const Attributes& attributes, XMLSize_t count);
 
   Description& description;
-  Reports reports{*this};
   std::vector<OpenElement> openElements;
   std::vector<std::u16string> entities;        // that are open
   SuppressionGroup referenceSuppressions = 0;  // before the first of them
   ParserPosition lastEnd;                      // of the markup or text before
-  std::vector<const XMLCh*> values;            // of the element's attributes, in the order of its kind
-  unsigned int errorCode = 0;                  // of Xerces-C's report that is under way, with its domain and text
+  unsigned int errorCode = 0;                  // of the error that Xerces-C reports now, with its domain and text
   const XMLCh* errorDomain = nullptr;
   const XMLCh* errorText = nullptr;
 };

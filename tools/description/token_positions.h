@@ -1,10 +1,10 @@
-// TokenPositions: from the positions that the parser has when it is behind a token to the position of the token.
+// TokenPositions: where a token of a description starts, found from the position of the parser before or behind it.
 #pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
 
 #include <xercesc/util/TransService.hpp>
-#include <xercesc/util/XercesDefs.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +16,7 @@
 
 namespace tool {
 
-// As the parser counts: lines from 1, and columns from 1 in 16-bit units. Zeros when there is none.
+// As Xerces-C counts: lines from 1, and columns from 1 in UTF-16 code units. Zeros when there is none.
 struct ParserPosition {
   std::uint32_t line = 0;
   std::uint32_t column = 0;
@@ -29,11 +29,10 @@ struct Position {
 };
 
 enum class Token : std::uint8_t {
-  here,       // the parser is not behind the token, unless that ends with '>'
-  tag,        // from its '<'
+  tag,        // or other markup that starts with '<' and ends with '>'
   insideTag,  // the tag that the parser is in
-  attribute,  // of the tag, from its name
-  text,       // the parser is before it
+  attribute,  // of the tag that the parser is behind
+  text,       // which the parser is before
   reference,  // to an entity
   comment,
 };
@@ -43,21 +42,25 @@ class TokenPositions {
   // The file outlives this object.
   explicit TokenPositions(const KIVByteArray& bytes) : file(bytes) {}
 
-  // What the XML declaration says; nothing is asked before. `encoding` may be null.
-  void setDeclaration(const XMLCh* encoding, bool isVersion11);
+  // Before the first question, for a document that has an XML declaration.
+  void setDeclaration(const XMLCh* encodingName, bool isVersion11) {
+    encoding = encodingName;
+    hasMoreLineEnds = isVersion11;
+  }
 
-  // The position of the token that the parser is at. Where it is not found, the parser's position. `name` is the
-  // attribute's.
+  // The start of the token that the parser is behind, unless Token says otherwise; `name` is the attribute's. The
+  // parser's position where there is no such token.
   Position of(Token token, const ParserPosition& position, std::u16string_view name = {});
 
-  // The position of a byte that cannot be decoded, at which the parser is, or which is soon to come; zeros when there
-  // is none.
+  // The position of a byte that cannot be decoded, at `at`, or anywhere behind it where `isSoon` is set. Zeros when
+  // there is none.
   Position ofBadByte(const ParserPosition& at, bool isSoon);
 
-  // Whether that byte is none of UTF-8.
-  bool isUtf8() const;
+  bool isUtf8() const {
+    return encoding.empty() || xercesc::XMLString::compareIString(encoding.c_str(), u"UTF-8") == 0;
+  }
 
-  // An attribute whose value is not closed, or has markup in it, which no value may have.
+  // An attribute whose value is not closed, or contains a '<', which no value may.
   struct Value {
     std::u16string_view attribute;  // empty when there is none
     Position position;
@@ -69,6 +72,8 @@ class TokenPositions {
 
  private:
   struct Attribute {
+    std::u16string_view name(std::u16string_view text) const { return text.substr(start, nameEnd - start); }
+
     std::size_t start;
     std::size_t nameEnd;
     std::size_t value;
@@ -77,31 +82,28 @@ class TokenPositions {
 
   bool decode(std::size_t wanted);
   bool decodeBlock();
-  void index();
-  std::size_t decodeTo(const ParserPosition& position);
-  std::u16string_view part(std::size_t start, std::size_t end) const;
-  std::optional<Attribute> attributeAt(std::size_t offset) const;
   bool endsLine(std::size_t offset) const;
-  std::size_t offsetOf(const ParserPosition& position) const;
+  std::size_t offsetOf(const ParserPosition& position);
   Position positionAt(std::size_t offset) const;
   std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
   std::size_t startOfTag(std::size_t end);
+  std::size_t startOfAttribute(std::size_t tagEnd, std::u16string_view name);
   std::size_t startOfText(std::size_t offset);
-  void findAttributes();
+  std::optional<Attribute> attributeAt(std::size_t offset) const;
 
   const KIVByteArray& file;
-  std::u16string declaredEncoding;
+  std::u16string encoding;
   bool hasMoreLineEnds = false;  // those of XML 1.1
   std::unique_ptr<xercesc::XMLTranscoder> transcoder;
   bool isDecoded = false;
   std::size_t decodedBytes = 0;
-  std::u16string text;      // decoded as the parser does, as far as somebody asked, and up to what cannot be
+  std::u16string text;      // decoded as Xerces-C does, as far as it was needed
   std::size_t indexed = 0;  // of the text
-  std::vector<std::uint32_t> lineStarts = {0};  // offsets
-  std::vector<std::uint32_t> pairs;             // offsets of the second halves of surrogate pairs
-  std::size_t tagEnd = 0;                       // of the tag that was asked for last
-  std::size_t tagStart = 0;
-  std::vector<Attribute> attributes;  // of that tag, once one was asked for
+  std::vector<std::size_t> lineStarts = {0};
+  std::vector<std::size_t> lowSurrogates;
+  std::size_t lastTagEnd = 0;  // a tag may have many attributes with findings
+  std::size_t lastTagStart = 0;
+  std::vector<Attribute> lastTagAttributes;
 };
 
 }  // namespace tool

@@ -17,8 +17,6 @@ namespace {
 
 using xercesc::DOMElement;
 
-std::string textOf(const XMLCh* text) { return std::string(jexxml::LcpText(text).view()); }
-
 // Elements of the schema that declare neither an element nor an attribute only hold those that do.
 void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   for (const DOMElement* child = schema.getFirstElementChild(); child != nullptr;
@@ -52,16 +50,16 @@ const auto* named(const auto& kinds, auto name, auto member) {
 
 }  // namespace
 
+std::string textOf(std::u16string_view text) {
+  return std::string(jexxml::LcpText(std::u16string(text).c_str()).view());
+}
+
 const ElementKind* ElementKind::child(std::u16string_view childName) const {
   return named(children, childName, &ElementKind::parserName);
 }
 
 const AttributeKind* ElementKind::attribute(std::u16string_view attributeName) const {
   return named(attributes, attributeName, &AttributeKind::parserName);
-}
-
-const AttributeKind* ElementKind::attribute(std::string_view attributeName) const {
-  return named(attributes, attributeName, &AttributeKind::name);
 }
 
 const ElementKind& manifestVocabulary() {

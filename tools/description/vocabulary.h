@@ -8,6 +8,9 @@
 
 namespace tool {
 
+// In the locale encoding.
+std::string textOf(std::u16string_view text);
+
 struct AttributeKind {
   std::string name;
   std::u16string parserName;
@@ -18,7 +21,6 @@ struct ElementKind {
   // Null when there is none.
   const ElementKind* child(std::u16string_view name) const;
   const AttributeKind* attribute(std::u16string_view name) const;
-  const AttributeKind* attribute(std::string_view name) const;
 
   std::string name;
   std::u16string parserName;
