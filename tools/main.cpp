@@ -1,6 +1,5 @@
 // qzjexxml: the library's functions as commands.
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "io/failure.h"
 #include "io/printed_output.h"
 

@@ -1,12 +1,8 @@
 // qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "commands/running.h"
 #include "description/description.h"
-#include "description/description_json.h"
 #include "description/entries.h"
-#include "io/failure.h"
-#include "io/input_file.h"
 #include "io/quoting.h"
 #include "io/terminal_text.h"
 
@@ -21,10 +17,6 @@
 
 namespace tool {
 namespace {
-
-std::string positionOf(const std::string& file, Description& description, const Entry& entry) {
-  return positionOf(file, description.positionOf(entry.element->tag()));
-}
 
 void checkPath(const Entry& entry, Description& description) {
   const Element& element = *entry.element;
@@ -44,7 +36,7 @@ void checkTarget(const Entry& entry, Description& description) {
 }
 
 // Among the files that count.
-void checkSharedTargets(const std::string& file, const std::vector<Entry>& entries, Description& description) {
+void checkSharedTargets(const std::vector<Entry>& entries, Description& description) {
   std::vector<const Entry*> files;
   for (const Entry& entry : entries) {
     if (entry.isFile() && entry.counts()) {
@@ -59,20 +51,20 @@ void checkSharedTargets(const std::string& file, const std::vector<Entry>& entri
     if (files[i]->value == other.value) {
       description.report(Rule::sharedTarget, files[i]->element->tag(), [&] {
         return "target " + inQuotes(other.value) + " is that of " + inQuotes(other.key) + " too, at " +
-               positionOf(file, description, other);
+               description.placeOf(other.element->tag());
       });
     }
   }
 }
 
 // Entries that override each other, and paths that lead elsewhere.
-void checkEntries(const std::string& file, Description& description) {
+void checkEntries(Description& description) {
   const std::vector<Entry> entries = entriesOf(description);
   for (const Entry& entry : entries) {
     if (entry.overrides != nullptr && !entry.key.empty()) {
       description.report(Rule::overriddenEntry, entry.element->tag(), [&] {
         return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
-               positionOf(file, description, *entry.overrides);
+               description.placeOf(entry.overrides->element->tag());
       });
     }
     if (entry.isFile()) {
@@ -81,7 +73,7 @@ void checkEntries(const std::string& file, Description& description) {
       checkPath(entry, description);
     }
   }
-  checkSharedTargets(file, entries, description);
+  checkSharedTargets(entries, description);
 }
 
 void checkType(Description& description) {
@@ -98,34 +90,24 @@ void checkType(Description& description) {
   }
 }
 
-struct Checked {
-  std::vector<Finding> findings;  // in the order of their positions
-  const char* kind = nullptr;     // null for what was not read
-};
-
-Checked checked(const std::string& file, const Rules& ignored) {
-  try {
-    const InputFile input(file);
-    Description description(input.path(), ignored);
-    if (!description.hasErrors()) {
-      checkType(description);
-      checkEntries(file, description);
-    }
-    description.finishFindings();
-    return {std::move(description.findings), description.fileSize() == 0 ? nullptr
-                                             : description.isManifest()  ? "manifest"
-                                                                         : "project"};
-  } catch (const Failure& failure) {
-    return {{{{}, Rule::unreadable, failure.what()}}};
+// A file that was not read is of no kind.
+void printJson(const Description& description) {
+  JsonWriter json;
+  json.beginFile(description.file);
+  if (description.fileSize() != 0) {
+    json.key("kind").text(description.isManifest() ? "manifest" : "project");
   }
+  json.key("findings");
+  description.writeFindings(json);
+  json.endFile();
 }
 
-void print(const std::string& file, const Finding& finding, bool isColored) {
+void print(const Finding& finding, const Description& description, bool isColored) {
   const auto in = [&](const char* color, const std::string& text) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
   };
   const bool error = isError(finding.rule);
-  std::cout << in("1", escapeForTerminal(positionOf(file, finding.position)) + ':') << ' '
+  std::cout << in("1", escapeForTerminal(description.placeOf(finding.position)) + ':') << ' '
             << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << escapeForTerminal(finding.text)
             << " [" << nameOf(finding.rule) << "]\n";
 }
@@ -139,43 +121,37 @@ bool isColored(const Options& options) {
           (refusal == nullptr || *refusal == '\0') && terminal != nullptr && std::string_view(terminal) != "dumb");
 }
 
-// Prints for each finding of each file a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or
-// for each file one JSON object on a line. fileFailed when there is one.
-ExitStatus checkFiles(const Options& options) {
+// Prints for each finding a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or for each file
+// one JSON object on a line. Returns fileFailed when there is a finding.
+ExitStatus check(const Options& options) {
   Rules ignored = options.errorsOnly ? Rules().set() : Rules();
   for (const std::string& name : options.ignored) {
     ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
   }
   const bool inColors = isColored(options);
   return forEachFile(options.files, [&](const std::string& file) {
-    const auto [findings, kind] = checked(file, ignored);
+    Description description(file, ignored);
+    if (!description.hasErrors()) {
+      checkType(description);
+      checkEntries(description);
+    }
+    description.finishFindings();
     if (options.json) {
-      JsonWriter json;
-      json.beginFile(file);
-      if (kind != nullptr) {
-        json.key("kind").text(kind);
-      }
-      json.key("findings");
-      write(json, findings);
-      json.endFile();
+      printJson(description);
     } else {
-      for (const Finding& finding : findings) {
-        print(file, finding, inColors);
+      for (const Finding& finding : description.findings) {
+        print(finding, description, inColors);
       }
     }
-    return findings.empty() ? allGood : fileFailed;
+    return description.findings.empty() ? allGood : fileFailed;
   });
-}
-
-ExitStatus check(const Options& options) {
-  return runWithParser(options, options.files, [&] { return checkFiles(options); });
 }
 
 }  // namespace
 
 void addCheck(CommandLine& line) {
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
-           "check --ignore stray-target manifest.xml", check)
+           "check --ignore stray-target manifest.xml", withParser<check>)
       .files()
       .output()
       .json()

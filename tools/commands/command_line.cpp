@@ -31,6 +31,14 @@ Command& Command::files() {
   return *this;
 }
 
+Command& Command::file(const char* name, const char* text) {
+  app->add_option_function<std::string>(
+         name, [options = given](auto& file) { options->files.push_back(file); }, text)
+      ->required()
+      ->type_name("");
+  return *this;
+}
+
 Command& Command::flag(const char* name, bool Options::*value, const char* text) {
   app->add_flag(name, given->*value, text);
   return *this;

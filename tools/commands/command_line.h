@@ -16,8 +16,6 @@ namespace tool {
 // What is given to a command. Each takes some of these.
 struct Options {
   std::vector<std::string> files;
-  std::string file;  // of a command that takes one, or two
-  std::string other;
   std::string key;  // an entry's, or the name of a rule
   std::string output;
   std::string passphraseFile;
@@ -34,8 +32,9 @@ class Command {
  public:
   Command(CLI::App& added, Options& filled) : app(&added), given(&filled) {}
 
-  Command& argument(const char* name, std::string Options::*value, const char* text);
   Command& files();
+  Command& file(const char* name, const char* text);  // one of them
+  Command& argument(const char* name, std::string Options::*value, const char* text);
   Command& flag(const char* name, bool Options::*value, const char* text);
   // `validationError` says what is wrong with a value, or nothing.
   Command& optional(const char* name, std::string Options::*value, const char* text,
@@ -76,5 +75,16 @@ class CommandLine {
   Options options;
   ExitStatus status = allGood;
 };
+
+// Each adds a command with its options.
+void addManifest(CommandLine& line);
+void addProject(CommandLine& line);
+void addCheck(CommandLine& line);
+void addRules(CommandLine& line);
+void addDiff(CommandLine& line);
+void addExplain(CommandLine& line);
+void addEncrypt(CommandLine& line);
+void addDecrypt(CommandLine& line);
+void addVerify(CommandLine& line);
 
 }  // namespace tool

@@ -1,6 +1,5 @@
 // qzjexxml decrypt: decrypts a file.
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "commands/decryption.h"
 #include "filestore/secret_byte_array.h"
 #include "io/file_identity.h"
@@ -19,10 +18,10 @@ using jexxml::SecretByteArray;
 ExitStatus decryptFile(const Options& options) {
   const std::string target = options.output.empty() ? "-" : options.output;
   if (target != "-") {
-    requireNotAnInput(target, identitiesOf({options.file, options.passphraseFile}));
+    requireNotAnInput(target, identitiesOf({options.files.front(), options.passphraseFile}));
     requireReplaceable(target, options.force);
   }
-  return withPassphrase({options.file}, options.passphraseFile, false,
+  return withPassphrase(options.files, options.passphraseFile, false,
                         [&](const std::string& file, Passphrase& passphrase) {
                           constexpr mode_t forOwner = 0600;
                           SecretByteArray plaintext;
@@ -40,7 +39,7 @@ ExitStatus decryptFile(const Options& options) {
 
 void addDecrypt(CommandLine& line) {
   line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc", decryptFile)
-      .argument("FILE", &Options::file, "The file")
+      .file("FILE", "The file")
       .force()
       .output()
       .passphraseFile();

@@ -1,12 +1,8 @@
 // qzjexxml diff: what differs between two manifests, or two project descriptions.
 #include "commands/command_line.h"
-#include "commands/commands.h"
-#include "commands/loading.h"
 #include "commands/record_rows.h"
 #include "commands/running.h"
 #include "description/description.h"
-#include "io/failure.h"
-#include "io/input_file.h"
 #include "io/printed_output.h"
 #include "io/terminal_text.h"
 #include "manifest/populate_kiv_data.h"
@@ -197,45 +193,39 @@ bool Comparison::print() {
   return moved != sides[1].rows.end();
 }
 
-enum class Kind { either, manifest, project };
-
-// Adds what is compared of a file.
-ExitStatus load(const std::string& file, std::size_t side, Comparison& comparison, Kind& kind) {
-  return forEachFile({file}, [&](const std::string&) {
-    const InputFile input(file);
-    Description description(input.path());
-    kind = !description.showsKind ? Kind::either : description.isManifest() ? Kind::manifest : Kind::project;
+// Prints a line for each value that was added (+) or removed (-), or is another (!). Returns differ when there is one,
+// and wrongUsage, as diff(1) does, when a file does not load or the two are of different kinds.
+ExitStatus diff(const Options& options) {
+  Comparison comparison;
+  std::vector<bool> kinds;  // of the files that show theirs: whether it is a manifest
+  std::size_t side = 0;
+  const ExitStatus status = forEachFile(options.files, [&](const std::string& file) {
+    Description description(file);
     jexxml::KivMaster tree;
-    if (description.hasErrors() || (kind != Kind::project && !description.build(tree))) {
-      return reportUnloadable(file, input.path());
+    const bool isProject = description.showsKind && !description.isManifest();
+    if (description.hasErrors() || (!isProject && !description.build(tree))) {
+      return description.reportUnloadable();
     }
-    comparison.add(side, description, tree);
+    if (description.showsKind) {
+      kinds.push_back(!isProject);
+    }
+    comparison.add(side++, description, tree);
     return allGood;
   });
-}
-
-// Prints a line for each value that was added (+) or removed (-), or is another (!). Returns differ when there is one,
-// and wrongUsage, as diff(1) does, when a file does not load or one is of the other kind.
-ExitStatus diffFiles(const Options& options) {
-  Comparison comparison;
-  Kind before = Kind::either;
-  Kind after = Kind::either;
-  const ExitStatus first = load(options.file, 0, comparison, before);
-  const ExitStatus second = load(options.other, 1, comparison, after);
-  if (first != allGood || second != allGood) {
+  if (status != allGood) {
     return wrongUsage;
   }
-  if (before != after && before != Kind::either && after != Kind::either) {
-    report(options.other, after == Kind::project ? "is a project description, and the other file a manifest"
-                                                 : "is a manifest, and the other file a project description");
+  if (kinds.size() == 2 && kinds[0] != kinds[1]) {
+    report(options.files[1], kinds[0] ? "is a project description, and the other file a manifest"
+                                      : "is a manifest, and the other file a project description");
     return wrongUsage;
   }
   return finishOutput(comparison.print() ? differ : allGood);
 }
 
-ExitStatus diff(const Options& options) {
+ExitStatus runDiff(const Options& options) {
   try {
-    return runWithParser(options, {options.file, options.other}, [&] { return diffFiles(options); });
+    return runWithParser(options, diff);
   } catch (const Failure& failure) {
     report(failure.subject, failure.what());
     return wrongUsage;
@@ -245,9 +235,9 @@ ExitStatus diff(const Options& options) {
 }  // namespace
 
 void addDiff(CommandLine& line) {
-  line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml", diff)
-      .argument("OLD", &Options::file, "The description before")
-      .argument("NEW", &Options::other, "The description after")
+  line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml", runDiff)
+      .file("OLD", "The description before")
+      .file("NEW", "The description after")
       .output();
 }
 

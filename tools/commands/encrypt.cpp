@@ -1,6 +1,5 @@
 // qzjexxml encrypt: encrypts files under a passphrase.
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "commands/decryption.h"
 #include "commands/running.h"
 #include "filestore/encrypted_file.h"

@@ -1,14 +1,12 @@
 // qzjexxml manifest: prints what a load of archive manifests gives.
-#include "commands/commands.h"
 #include "commands/loading.h"
 #include "commands/record_rows.h"
-#include "io/json_writer.h"
+#include "commands/running.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
 #include "manifest/populate_kiv_data.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iostream>
 #include <string>
 
@@ -51,8 +49,7 @@ void printJson(const std::string& file, const KIVData& record) {
   json.endFile();
 }
 
-bool printManifest(const Options& options, const std::string& file, Description& description,
-                   const std::string& heading) {
+bool printManifest(const Options& options, Description& description, const std::string& heading) {
   jexxml::KivMaster tree;
   if (!description.build(tree)) {
     return false;
@@ -64,10 +61,10 @@ bool printManifest(const Options& options, const std::string& file, Description&
   KIVData record;
   populateKivData(tree, record);
   if (record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty()) {
-    warnOfOtherKind(file, description, true);
+    warnOfOtherKind(description, true);
   }
   if (options.json) {
-    printJson(file, record);
+    printJson(description.file, record);
   } else {
     std::cout << heading;
     printTable(record);
@@ -75,11 +72,12 @@ bool printManifest(const Options& options, const std::string& file, Description&
   return true;
 }
 
+ExitStatus manifest(const Options& options) { return printEach(options, printManifest); }
+
 }  // namespace
 
 void addManifest(CommandLine& line) {
-  addLoadOptions(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml",
-                          [](const Options& options) { return printEach(options, printManifest); }));
+  addLoadOptions(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml", withParser<manifest>));
 }
 
 }  // namespace tool

@@ -1,39 +1,71 @@
 // qzjexxml project: loads project descriptions, and prints their trees.
-#include "commands/commands.h"
 #include "commands/loading.h"
-#include "description/description_json.h"
+#include "commands/running.h"
 #include "project/nox_dump.h"
 
+#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tool {
 namespace {
 
-bool printProject(const Options& options, const std::string& file, Description& description,
-                  const std::string& heading) {
+// Prints {"element":"data","attributes":{...},"children":[...]}. Elements come in document order, each after its
+// parent: those that are open when one comes end up to its parent.
+void write(JsonWriter& json, const Description& description) {
+  std::vector<std::size_t> open;
+  const auto closeUpTo = [&](std::size_t depth) {
+    for (; open.size() > depth; open.pop_back()) {
+      json.end().end();
+    }
+  };
+  for (std::size_t i = 0; i < description.elements.size(); ++i) {
+    const Element& element = description.elements[i];
+    while (!open.empty() && open.back() != element.parent) {
+      closeUpTo(open.size() - 1);
+    }
+    json.beginObject().key("element").text(element.kind->name).key("attributes").beginObject();
+    std::map<std::string, std::string> attributes;
+    for (const AttributeKind& attribute : element.kind->attributes) {
+      if (auto value = element.value(attribute.parserName.c_str())) {
+        attributes.emplace(attribute.name, *std::move(value));
+      }
+    }
+    for (const auto& [name, value] : attributes) {
+      json.key(name).text(value);
+    }
+    json.end().key("children").beginArray();
+    open.push_back(i);
+  }
+  closeUpTo(0);
+}
+
+bool printProject(const Options& options, Description& description, const std::string& heading) {
   jexxml::NoxMaster tree;
   if (!description.build(tree)) {
     return false;
   }
-  warnOfOtherKind(file, description, false);
+  warnOfOtherKind(description, false);
   if (options.tree) {
     printTree(heading, [&] { dumpNoxMaster(tree); });
   }
   if (options.json) {
     JsonWriter json;
-    json.beginFile(file).key("project");
+    json.beginFile(description.file).key("project");
     write(json, description);
     json.endFile();
   }
   return true;
 }
 
+ExitStatus project(const Options& options) { return printEach(options, printProject); }
+
 }  // namespace
 
 void addProject(CommandLine& line) {
   addLoadOptions(line.add("project", "Load project descriptions, and print them with --json or --tree",
-                          "project --tree project.xml",
-                          [](const Options& options) { return printEach(options, printProject); }));
+                          "project --tree project.xml", withParser<project>));
 }
 
 }  // namespace tool

@@ -2,7 +2,6 @@
 #include "description/rules.h"
 
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "io/printed_output.h"
 #include "texts.h"
 

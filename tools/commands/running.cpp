@@ -31,8 +31,7 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
   return finishOutput(status);
 }
 
-ExitStatus runWithParser(const Options& options, const std::vector<std::string>& inputs,
-                         const std::function<ExitStatus()>& command) {
+ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Options&)) {
   if (!options.json) {
     std::setlocale(LC_CTYPE, "");
   }
@@ -40,7 +39,7 @@ ExitStatus runWithParser(const Options& options, const std::vector<std::string>&
   if (started.failure()) {
     throw Failure(*started.failure(), "Xerces-C");
   }
-  return printTo(options.output, inputs, command);
+  return printTo(options.output, options.files, [&] { return command(options); });
 }
 
 }  // namespace tool

@@ -15,9 +15,13 @@ namespace tool {
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command);
 
-// Runs the command with Xerces-C started, and with what it prints in the output, which is none of the inputs.
+// Runs the command with Xerces-C started, and with what it prints in the output, which is none of the files.
 // Texts come in the locale encoding; for JSON in UTF-8, which the library gives in the "C" locale.
-ExitStatus runWithParser(const Options& options, const std::vector<std::string>& inputs,
-                         const std::function<ExitStatus()>& command);
+ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Options&));
+
+template <ExitStatus (*command)(const Options&)>
+ExitStatus withParser(const Options& options) {
+  return runWithParser(options, command);
+}
 
 }  // namespace tool

@@ -1,6 +1,5 @@
 // qzjexxml verify: says whether files decrypt.
 #include "commands/command_line.h"
-#include "commands/commands.h"
 #include "commands/decryption.h"
 #include "filestore/secret_byte_array.h"
 #include "io/terminal_text.h"

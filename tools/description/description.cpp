@@ -4,12 +4,10 @@
 #include "io/library_diagnostics.h"
 #include "io/quoting.h"
 #include "manifest/kiv_data_load.h"
-#include "text/lcp_text.h"
 #include "tree/node_attribute.h"
 
 #include <qzjexxml/qzjexxml.h>
 
-#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -21,10 +19,6 @@
 #include <utility>
 
 namespace tool {
-std::string positionOf(const std::string& file, const Position& position) {
-  return file + ':' + std::to_string(std::max<std::uint64_t>(position.line, 1)) + ':' +
-         std::to_string(std::max<std::uint64_t>(position.column, 1));
-}
 
 std::optional<std::string> Element::value(const char16_t* attribute) const {
   jexxml::NodeAttribute read(const_cast<xercesc::DOMNode*>(node), attribute);
@@ -44,13 +38,17 @@ std::string Element::attributesText(Which which, bool areCut) const {
   return text;
 }
 
-Description::Description(const char* path, const Rules& ignored) : ignoredRules(ignored) {
-  bool wasRead = false;
-  const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(path, bytes); });
-  if (wasRead) {
+Description::Description(std::string name, const Rules& ignored) : file(std::move(name)), ignoredRules(ignored) {
+  try {
+    input.emplace(file);
+    bool wasRead = false;
+    const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(input->path(), bytes); });
+    if (!wasRead) {
+      throw Failure(diagnostics.substr(0, diagnostics.find('\n')));
+    }
     parse();
-  } else {
-    report(Rule::unreadable, Position{}, diagnostics.substr(0, diagnostics.find('\n')));
+  } catch (const Failure& failure) {
+    report(Rule::unreadable, Position{}, failure.what());
   }
 }
 
@@ -64,7 +62,7 @@ void Description::parse() {
     parser->parse(source);
   } catch (const jexxml::DocumentRefused&) {  // which was reported
   } catch (const xercesc::XMLException& exception) {
-    report(Rule::notLoadable, Position{}, std::string(jexxml::LcpText(exception.getMessage()).view()));
+    report(Rule::notLoadable, Position{}, textOf(exception.getMessage()));
   } catch (const xercesc::DOMException& exception) {
     report(Rule::notLoadable, Position{}, "DOMException code: " + std::to_string(exception.code));
   } catch (const xercesc::OutOfMemoryException&) {
@@ -85,22 +83,6 @@ bool Description::isWanted(Rule rule, const Anchor& anchor) {
   return warnings <= most;
 }
 
-void Description::finishFindings() {
-  if (!hasErrors()) {
-    suppressions.forEachUnused([&](const ParserPosition& position, const std::string& why) {
-      report(Rule::unusedSuppression,
-             Anchor{.token = Token::comment, .position = position, .attribute = {}, .suppressions = 0},
-             [&] { return "the comment silences nothing: " + why; });
-    });
-  }
-  std::ranges::stable_sort(
-      findings, {}, [](const Finding& finding) { return std::tuple(finding.position.line, finding.position.column); });
-}
-
-bool Description::hasErrors() const {
-  return std::ranges::any_of(findings, [](const Finding& finding) { return isError(finding.rule); });
-}
-
 bool Description::build(jexxml::KivMaster& tree) {
   tree.document = parser->document();
   return isBuilt(diagnosticsOf([&] { jexxml::buildWithinLimit(tree, parser->memoryLeft()); }));
@@ -118,5 +100,43 @@ bool Description::isBuilt(const std::string& diagnostics) {
   }
   return diagnostics.empty();
 }
+
+void Description::finishFindings() {
+  if (!hasErrors()) {
+    suppressions.forEachUnused([&](const ParserPosition& position, const std::string& why) {
+      report(Rule::unusedSuppression, Anchor{Token::comment, position, {}, 0},
+             [&] { return "the comment silences nothing: " + why; });
+    });
+  }
+  std::ranges::stable_sort(
+      findings, {}, [](const Finding& finding) { return std::tuple(finding.position.line, finding.position.column); });
+}
+
+void Description::writeFindings(JsonWriter& json) const {
+  json.beginArray();
+  for (const auto& [position, rule, text] : findings) {
+    json.beginObject().key("severity").text(isError(rule) ? "error" : "warning").key("rule").text(nameOf(rule));
+    if (position.line != 0) {
+      json.key("line").number(position.line).key("column").number(position.column);
+    }
+    json.key("message").text(text).end();
+  }
+  json.end();
+}
+
+ExitStatus Description::reportUnloadable() const {
+  return !input ? tool::report(file, findings.front().text) : tool::report(file, "cannot be loaded", diagnosticsOf([&] {
+                                                                             KIVData* record = nullptr;
+                                                                             InitKIVData(input->path(), &record);
+                                                                             TermKIVData(&record);
+                                                                           }));
+}
+
+std::string Description::placeOf(const Position& position) const {
+  return file + ':' + std::to_string(std::max<std::uint64_t>(position.line, 1)) + ':' +
+         std::to_string(std::max<std::uint64_t>(position.column, 1));
+}
+
+bool Description::hasErrors() const { return std::ranges::any_of(findings, isError, &Finding::rule); }
 
 }  // namespace tool

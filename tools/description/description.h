@@ -1,10 +1,13 @@
-// A description as a load takes it: its elements, and what there is to say of them, with their positions.
+// A description as a load takes it: its elements, and the findings about them, with their positions.
 #pragma once
 
 #include "description/rules.h"
 #include "description/suppressions.h"
 #include "description/token_positions.h"
 #include "description/vocabulary.h"
+#include "io/failure.h"
+#include "io/input_file.h"
+#include "io/json_writer.h"
 #include "manifest/kiv_nodes.h"
 #include "project/nox_nodes.h"
 
@@ -13,7 +16,6 @@
 #include <xercesc/dom/DOMNode.hpp>
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,9 +23,6 @@
 #include <vector>
 
 namespace tool {
-
-// "FILE:LINE:COLUMN"; without a position, that of the file's start.
-std::string positionOf(const std::string& file, const Position& position);
 
 struct Finding {
   Position position;
@@ -62,17 +61,17 @@ class DescriptionParser;
 
 class Description {
  public:
-  // Reads the file as a load does, up to a fatal error. What cannot be read is a finding. Warnings of the ignored rules
-  // are none. Throws std::bad_alloc. REQUIRES: Xerces-C is started, while this object lives.
-  explicit Description(const char* path, const Rules& ignored = Rules().set());
+  // Reads the file as a load does, up to a fatal error; that, and a file that cannot be read, are findings. Warnings of
+  // the ignored rules are none. Throws std::bad_alloc. REQUIRES: Xerces-C is started while this object lives.
+  explicit Description(std::string name, const Rules& ignored = Rules().set());
   Description(const Description&) = delete;
   Description& operator=(const Description&) = delete;
   ~Description();
 
-  // Adds a warning, unless it is silenced; of a file, a thousand. `textOf` gives its text.
+  // Adds a warning, unless it is silenced; at most a thousand. `textOf` gives its text.
   void report(Rule rule, const Anchor& anchor, const auto& textOf) {
     if (isWanted(rule, anchor)) {
-      findings.push_back({positions.of(anchor.token, anchor.position, anchor.attribute), rule, textOf()});
+      findings.push_back({positionOf(anchor), rule, textOf()});
     }
   }
 
@@ -81,20 +80,32 @@ class Description {
     findings.push_back({position, rule, text});
   }
 
-  // Builds a load's tree over the document. What a load says then is an error, and the result false. REQUIRES: there
-  // are no errors. The description outlives the tree.
+  // Builds a load's tree over the document. Returns false, and adds an error, where a load fails. REQUIRES: there are
+  // no errors. The description outlives the tree.
   bool build(jexxml::KivMaster& tree);
   bool build(jexxml::NoxMaster& tree);
 
   // Adds the comments that silence nothing, and sorts the findings by their positions.
   void finishFindings();
 
+  // [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without the position where
+  // there is none.
+  void writeFindings(JsonWriter& json) const;
+
+  // Tells the user why the file does not load, in the words of a load. Returns fileFailed.
+  ExitStatus reportUnloadable() const;
+
   Position positionOf(const Anchor& anchor) { return positions.of(anchor.token, anchor.position, anchor.attribute); }
+
+  // "FILE:LINE:COLUMN"; without a position, that of the file's start.
+  std::string placeOf(const Position& position) const;
+  std::string placeOf(const Anchor& anchor) { return placeOf(positionOf(anchor)); }
+
   bool isManifest() const { return root == &manifestVocabulary(); }
   bool hasErrors() const;
-
   std::uint32_t fileSize() const { return bytes.length; }
 
+  const std::string file;                           // its name
   const ElementKind* root = &manifestVocabulary();  // as the content shows, or else the attribute `type`
   bool showsKind = false;                           // else it may be of either
   std::vector<Element> elements;                    // in document order, the root element first
@@ -107,6 +118,7 @@ class Description {
   bool isWanted(Rule rule, const Anchor& anchor);
   bool isBuilt(const std::string& diagnostics);
 
+  std::optional<InputFile> input;
   KIVByteArray bytes;
   Rules ignoredRules;
   TokenPositions positions{bytes};
