@@ -1,7 +1,7 @@
 // qzjexxml: the library's functions as commands.
 #include "commands/command_line.h"
-#include "io/failure.h"
-#include "io/printed_output.h"
+#include "io/messages.h"
+#include "io/standard_streams.h"
 
 #include <fcntl.h>
 #include <unistd.h>

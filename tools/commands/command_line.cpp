@@ -1,7 +1,7 @@
 #include "commands/command_line.h"
 
-#include "io/printed_output.h"
 #include "io/quoting.h"
+#include "io/standard_streams.h"
 #include "io/terminal_text.h"
 #include "release.h"
 

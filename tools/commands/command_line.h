@@ -1,7 +1,7 @@
 // The command line: the commands, and what each of them takes.
 #pragma once
 
-#include "io/failure.h"
+#include "io/messages.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,9 @@
 #include "commands/decryption.h"
 
 #include "commands/running.h"
-#include "io/failure.h"
 #include "io/input_file.h"
-#include "io/library_diagnostics.h"
+#include "io/messages.h"
+#include "io/standard_streams.h"
 
 #include <qzjexxml/qzjexxml.h>
 

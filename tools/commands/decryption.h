@@ -1,7 +1,7 @@
 // What the commands that encrypt and decrypt have in common.
 #pragma once
 
-#include "io/failure.h"
+#include "io/messages.h"
 #include "io/passphrase.h"
 
 #include <qzjexxml/kiv_byte_array.h>

@@ -3,7 +3,7 @@
 #include "commands/record_rows.h"
 #include "commands/running.h"
 #include "description/description.h"
-#include "io/printed_output.h"
+#include "io/standard_streams.h"
 #include "io/terminal_text.h"
 #include "manifest/populate_kiv_data.h"
 

@@ -4,11 +4,11 @@
 #include "commands/running.h"
 #include "filestore/encrypted_file.h"
 #include "filestore/secret_byte_array.h"
-#include "io/failure.h"
 #include "io/file_identity.h"
 #include "io/input_file.h"
-#include "io/library_diagnostics.h"
+#include "io/messages.h"
 #include "io/safe_output.h"
+#include "io/standard_streams.h"
 #include "io/terminal_text.h"
 
 #include <kivbtcrypto.h>

@@ -1,7 +1,7 @@
 #include "commands/loading.h"
 
 #include "commands/running.h"
-#include "io/library_diagnostics.h"
+#include "io/standard_streams.h"
 #include "io/terminal_text.h"
 
 #include <iostream>

@@ -2,7 +2,7 @@
 #include "description/rules.h"
 
 #include "commands/command_line.h"
-#include "io/printed_output.h"
+#include "io/standard_streams.h"
 #include "texts.h"
 
 #include <algorithm>

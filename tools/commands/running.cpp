@@ -1,9 +1,8 @@
 #include "commands/running.h"
 
 #include "document/parser_library.h"
-#include "io/failure.h"
-#include "io/printed_output.h"
-#include "io/progress.h"
+#include "io/messages.h"
+#include "io/standard_streams.h"
 
 #include <algorithm>
 #include <clocale>

@@ -1,8 +1,8 @@
 #include "description/description.h"
 
 #include "description/description_parser.h"
-#include "io/library_diagnostics.h"
 #include "io/quoting.h"
+#include "io/standard_streams.h"
 #include "manifest/kiv_data_load.h"
 #include "tree/node_attribute.h"
 

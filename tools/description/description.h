@@ -5,9 +5,9 @@
 #include "description/suppressions.h"
 #include "description/token_positions.h"
 #include "description/vocabulary.h"
-#include "io/failure.h"
 #include "io/input_file.h"
 #include "io/json_writer.h"
+#include "io/messages.h"
 #include "manifest/kiv_nodes.h"
 #include "project/nox_nodes.h"
 

@@ -1,6 +1,6 @@
 #include "io/file_identity.h"
 
-#include "io/failure.h"
+#include "io/messages.h"
 
 #include <linux/magic.h>
 #include <sys/stat.h>

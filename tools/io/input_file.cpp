@@ -1,6 +1,6 @@
 #include "io/input_file.h"
 
-#include "io/failure.h"
+#include "io/messages.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>

@@ -1,7 +1,7 @@
 // The passphrase of the commands that encrypt and decrypt.
 #pragma once
 
-#include "io/failure.h"
+#include "io/messages.h"
 
 #include <array>
 #include <string>

@@ -1,8 +1,8 @@
 #include "io/safe_output.h"
 
 #include "io/descriptor.h"
-#include "io/failure.h"
 #include "io/file_identity.h"
+#include "io/messages.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,15 +1,15 @@
-#include "io/printed_output.h"
+#include "io/standard_streams.h"
 
 #include "io/descriptor.h"
-#include "io/failure.h"
 #include "io/file_identity.h"
-#include "io/progress.h"
 #include "io/safe_output.h"
+#include "io/terminal_text.h"
 
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -24,32 +24,29 @@ bool looksLikeDescription(const std::string& file) {
     return false;
   }
   std::ifstream content(file, std::ios::binary);
-  for (int i = 0; i < 64; ++i) {
-    const int byte = content.get();
-    if (byte == '<') {
-      return true;
-    }
-    if (std::string_view("\xEF\xBB\xBF\xFE\xFF\0 \t\r\n", 10).find(static_cast<char>(byte)) == std::string_view::npos) {
-      return false;
-    }
+  constexpr std::string_view before("\xEF\xBB\xBF\xFE\xFF\0 \t\r\n", 10);
+  for (int i = 0; i < 64 && before.find(static_cast<char>(content.peek())) != std::string_view::npos; ++i) {
+    content.get();
   }
-  return false;
+  return content.peek() == '<';
 }
+
+// The library writes its line ends by themselves; any other one is part of a value.
+class EscapedText : public std::stringbuf {
+  std::streamsize xsputn(const char* text, std::streamsize length) override {
+    const std::string_view piece(text, static_cast<std::size_t>(length));
+    const std::string safe = piece == "\n" ? "\n" : escapeForTerminal(piece);
+    std::stringbuf::xsputn(safe.data(), static_cast<std::streamsize>(safe.size()));
+    return length;
+  }
+};
 
 }  // namespace
 
-PrintedOutput* PrintedOutput::current = nullptr;
-
 PrintedOutput::PrintedOutput(std::string outputName, int written)
-    : name(std::move(outputName)),
-      descriptor(written),
-      buffer(std::size_t{1} << 16U),
-      redirection(std::cout, this),
-      before(std::exchange(current, this)) {
+    : name(std::move(outputName)), descriptor(written), buffer(std::size_t{1} << 16U), redirection(std::cout, this) {
   setp(buffer.data(), buffer.data() + buffer.size());
 }
-
-PrintedOutput::~PrintedOutput() { current = before; }
 
 PrintedOutput::int_type PrintedOutput::overflow(int_type letter) {
   if (sync() != 0) {
@@ -74,9 +71,9 @@ ExitStatus finishOutput(ExitStatus status) {
   if (std::cout.flush()) {
     return status;
   }
-  errno = PrintedOutput::current->error;
-  const Failure failure = Failure::ofSystem("cannot be written", PrintedOutput::current->name);
-  return report(failure.subject, failure.what());
+  const auto& output = dynamic_cast<const PrintedOutput&>(*std::cout.rdbuf());
+  errno = output.error;
+  return report(output.name, Failure::ofSystem("cannot be written").what());
 }
 
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
@@ -96,6 +93,13 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
     output.commit();
   }
   return status;
+}
+
+std::string diagnosticsOf(const std::function<void()>& action) {
+  EscapedText text;
+  const ScopedStreambuf redirection(std::cerr, &text);
+  action();
+  return text.str();
 }
 
 }  // namespace tool

@@ -1,22 +1,35 @@
-#include "io/progress.h"
+#include "io/messages.h"
 
 #include "io/descriptor.h"
 #include "io/terminal_text.h"
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
+#include <iostream>
 #include <system_error>
-#include <utility>
 
 namespace tool {
 namespace {
 
 // Written without a stream: std::cerr flushes the output first, which clears the line.
-bool isVisible = false;
+bool progressIsVisible = false;
 
 }  // namespace
+
+Failure Failure::ofSystem(const std::string& text, const std::string& name) {
+  return Failure(text + ": " + std::strerror(errno), name);
+}
+
+ExitStatus report(const std::string& subject, const std::string& text, const std::string& details) {
+  clearProgress();
+  std::cerr << "qzjexxml: " << escapeForTerminal(subject) << ": " << escapeForTerminal(text) << '\n'
+            << details << std::flush;
+  return fileFailed;
+}
 
 void showProgress(std::size_t number, std::size_t count, const std::string& file) {
   constexpr std::size_t manyFiles = 50;
@@ -26,12 +39,12 @@ void showProgress(std::size_t number, std::size_t count, const std::string& file
   if (isatty(STDERR_FILENO) == 1 && (count >= manyFiles || (!error && size > longFile))) {
     writeAll(STDERR_FILENO,
              "\r\033[K" + std::to_string(number) + " of " + std::to_string(count) + ": " + escapeForTerminal(file));
-    isVisible = true;
+    progressIsVisible = true;
   }
 }
 
 void clearProgress() {
-  if (std::exchange(isVisible, false)) {
+  if (std::exchange(progressIsVisible, false)) {
     writeAll(STDERR_FILENO, "\r\033[K");
   }
 }
