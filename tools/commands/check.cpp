@@ -8,7 +8,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -18,62 +17,37 @@
 namespace tool {
 namespace {
 
-void checkPath(const Entry& entry, Description& description) {
-  const Element& element = *entry.element;
-  if (!entry.value.empty() && !entry.value.starts_with('/')) {
-    description.report(Rule::relativePath, element.attribute(u"abspath"),
-                       [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
-  }
-}
-
 // A target without a directory reads "/FILE" in the record, which is no absolute path that somebody wrote.
-void checkTarget(const Entry& entry, Description& description) {
-  if ((entry.value.starts_with('/') && entry.value.find('/', 1) != std::string::npos) ||
-      ("/" + entry.value + "/").find("/../") != std::string::npos) {
-    description.report(Rule::strayTarget, entry.element->tag(),
-                       [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
-  }
-}
-
-// Among the files that count.
-void checkSharedTargets(const std::vector<Entry>& entries, Description& description) {
-  std::vector<const Entry*> files;
-  for (const Entry& entry : entries) {
-    if (entry.isFile() && entry.counts()) {
-      files.push_back(&entry);
-    }
-  }
-  if (!std::ranges::is_sorted(files, {}, &Entry::value)) {
-    std::ranges::stable_sort(files, {}, &Entry::value);
-  }
-  for (std::size_t i = 1; i < files.size(); ++i) {
-    const Entry& other = *files[i - 1];
-    if (files[i]->value == other.value) {
-      description.report(Rule::sharedTarget, files[i]->element->tag(), [&] {
-        return "target " + inQuotes(other.value) + " is that of " + inQuotes(other.key) + " too, at " +
-               description.placeOf(other.element->tag());
-      });
-    }
-  }
+bool leadsOut(const std::string& target) {
+  return (target.starts_with('/') && target.find('/', 1) != std::string::npos) ||
+         ("/" + target + "/").find("/../") != std::string::npos;
 }
 
 // Entries that override each other, and paths that lead elsewhere.
 void checkEntries(Description& description) {
-  const std::vector<Entry> entries = entriesOf(description);
-  for (const Entry& entry : entries) {
+  for (const Entry& entry : entriesOf(description)) {
+    const Anchor tag = entry.element->tag();
     if (entry.overrides != nullptr && !entry.key.empty()) {
-      description.report(Rule::overriddenEntry, entry.element->tag(), [&] {
+      description.report(Rule::overriddenEntry, tag, [&] {
         return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
                description.placeOf(entry.overrides->element->tag());
       });
     }
-    if (entry.isFile()) {
-      checkTarget(entry, description);
-    } else if (entry.kind == Entry::Kind::rootMacro) {
-      checkPath(entry, description);
+    if (entry.isFile() && leadsOut(entry.value)) {
+      description.report(Rule::strayTarget, tag,
+                         [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
+    }
+    if (entry.sameTarget != nullptr) {
+      description.report(Rule::sharedTarget, tag, [&] {
+        return "target " + inQuotes(entry.value) + " is that of " + inQuotes(entry.sameTarget->key) + " too, at " +
+               description.placeOf(entry.sameTarget->element->tag());
+      });
+    }
+    if (entry.kind == Entry::Kind::rootMacro && !entry.value.empty() && !entry.value.starts_with('/')) {
+      description.report(Rule::relativePath, entry.element->attribute(u"abspath"),
+                         [&] { return "abspath " + inQuotes(entry.value) + " is not absolute"; });
     }
   }
-  checkSharedTargets(entries, description);
 }
 
 void checkType(Description& description) {

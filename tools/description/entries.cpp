@@ -4,105 +4,101 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <string>
+#include <functional>
 #include <tuple>
 #include <utility>
 
 namespace tool {
 namespace {
 
-// The entries of a tree, which come by kinds, with their elements.
-class Collector {
- public:
-  explicit Collector(const Description& description) : elements(description.elements) {
-    entries.reserve(elements.size());
-  }
+using Kind = Entry::Kind;
+using Add = std::function<void(Kind, const xercesc::DOMNode*, std::string key, std::string value)>;
 
-  void addEntriesOf(const jexxml::KivMaster& tree) {
-    jexxml::forEachEntry(tree, {
-                                   .rootMacro = [this](auto... parts) { add(Entry::Kind::rootMacro, parts...); },
-                                   .files =
-                                       [this](jexxml::KivFmRootNode& root, std::vector<jexxml::KivFile>& files) {
-                                         auto node = root.filemapDataNodeList.begin();
-                                         for (jexxml::KivFile& file : files) {
-                                           add(Entry::Kind::file, (node++)->domNode, std::move(file.source),
-                                               std::move(file.target));
-                                         }
-                                         root.filemapDataNodeList.release();
-                                       },
-                                   .searchPath = [this](auto... parts) { add(Entry::Kind::searchPath, parts...); },
-                               });
-  }
-
-  // A load composes nothing of a project.
-  void addEntriesOf(const jexxml::NoxMaster& tree) {
-    for (auto& development : tree.root->developmentNodeList) {
-      for (auto& rootMacro : development.rootMacroNodeList) {
-        for (auto& item : rootMacro.rootMacroDataNodeList) {
-          add(Entry::Kind::rootMacro, item.domNode, item.name.getText(), item.abspath.getText());
-        }
-      }
-      for (auto& addPath : development.addPathNodeList) {
-        for (auto& item : addPath.addPathDataNodeList) {
-          add(Entry::Kind::searchPath, item.domNode, item.path.getText());
-        }
-      }
-    }
-  }
-
-  std::vector<Entry> entries;
-
- private:
-  // Those of one kind come in the order of their elements.
-  void add(Entry::Kind kind, const xercesc::DOMNode* node, std::string key, std::string value = {}) {
-    std::size_t& i = places.at(static_cast<std::size_t>(kind));
-    while (elements.at(i).node != node) {
-      ++i;
-    }
-    entries.push_back({&elements[i], kind, std::move(key), std::move(value)});
-  }
-
-  const std::vector<Element>& elements;
-  std::array<std::size_t, 3> places = {};  // of the last entry's element, by kind
-};
-
-template <typename Tree>
-std::vector<Entry> collect(Description& description) {
-  Tree tree;
-  if (description.hasErrors() || !description.build(tree)) {
-    return {};
-  }
-  Collector collector(description);
-  collector.addEntriesOf(tree);
-  std::ranges::stable_sort(collector.entries, {}, &Entry::element);
-  return std::move(collector.entries);
+void addEntries(jexxml::KivMaster& tree, const Add& add) {
+  jexxml::forEachEntry(tree, {
+                                 .rootMacro = [&](auto... parts) { add(Kind::rootMacro, parts...); },
+                                 .files =
+                                     [&](jexxml::KivFmRootNode& root, std::vector<jexxml::KivFile>& files) {
+                                       auto node = root.filemapDataNodeList.begin();
+                                       for (jexxml::KivFile& file : files) {
+                                         add(Kind::file, (node++)->domNode, std::move(file.source),
+                                             std::move(file.target));
+                                       }
+                                       root.filemapDataNodeList.release();
+                                     },
+                                 .searchPath = [&](auto... parts) { add(Kind::searchPath, parts..., ""); },
+                             });
 }
 
-void findOverridden(std::vector<Entry>& entries) {
-  std::vector<Entry*> ordered;
-  ordered.reserve(entries.size());
-  for (Entry& entry : entries) {
-    ordered.push_back(&entry);
+// A load composes nothing of a project.
+void addEntries(jexxml::NoxMaster& tree, const Add& add) {
+  for (auto& development : tree.root->developmentNodeList) {
+    for (auto& rootMacro : development.rootMacroNodeList) {
+      for (auto& item : rootMacro.rootMacroDataNodeList) {
+        add(Kind::rootMacro, item.domNode, item.name.getText(), item.abspath.getText());
+      }
+    }
+    for (auto& addPath : development.addPathNodeList) {
+      for (auto& item : addPath.addPathDataNodeList) {
+        add(Kind::searchPath, item.domNode, item.path.getText(), "");
+      }
+    }
   }
-  const auto key = [](const Entry* entry) { return std::tie(entry->kind, entry->key); };
-  if (!std::ranges::is_sorted(ordered, {}, key)) {
-    std::ranges::stable_sort(ordered, {}, key);
+}
+
+template <typename Tree>
+void build(Description& description, const Add& add) {
+  Tree tree;
+  if (!description.hasErrors() && description.build(tree)) {
+    addEntries(tree, add);
+  }
+}
+
+// Calls `link` with each entry and the next one that has the same key, of those that `isWanted`.
+void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
+  std::vector<Entry*> ordered;
+  for (Entry& entry : entries) {
+    if (isWanted(entry)) {
+      ordered.push_back(&entry);
+    }
+  }
+  const auto keyOf = [&](const Entry* entry) { return key(*entry); };
+  if (!std::ranges::is_sorted(ordered, {}, keyOf)) {
+    std::ranges::stable_sort(ordered, {}, keyOf);
   }
   for (std::size_t i = 1; i < ordered.size(); ++i) {
-    if (ordered[i]->kind != Entry::Kind::searchPath && key(ordered[i - 1]) == key(ordered[i])) {
-      ordered[i]->overrides = ordered[i - 1];
-      ordered[i - 1]->overriddenBy = ordered[i];
+    if (keyOf(ordered[i - 1]) == keyOf(ordered[i])) {
+      link(*ordered[i - 1], *ordered[i]);
     }
   }
 }
 
 }  // namespace
 
+// The entries of one kind come in the order of their elements.
 std::vector<Entry> entriesOf(Description& description) {
-  std::vector<Entry> entries =
-      description.isManifest() ? collect<jexxml::KivMaster>(description) : collect<jexxml::NoxMaster>(description);
-  findOverridden(entries);
+  std::vector<Entry> entries;
+  std::array<std::size_t, 3> lastElements = {};  // by kind
+  const Add add = [&](Kind kind, const xercesc::DOMNode* node, std::string key, std::string value) {
+    std::size_t& i = lastElements.at(static_cast<std::size_t>(kind));
+    while (description.elements.at(i).node != node) {
+      ++i;
+    }
+    entries.push_back({&description.elements[i], kind, std::move(key), std::move(value)});
+  };
+  description.isManifest() ? build<jexxml::KivMaster>(description, add) : build<jexxml::NoxMaster>(description, add);
+  std::ranges::stable_sort(entries, {}, &Entry::element);
+  linkEqual(
+      entries, [](const Entry& entry) { return entry.kind != Kind::searchPath; },
+      [](const Entry& entry) { return std::tie(entry.kind, entry.key); },
+      [](Entry& earlier, Entry& later) {
+        later.overrides = &earlier;
+        earlier.overriddenBy = &later;
+      });
+  linkEqual(
+      entries, [](const Entry& entry) { return entry.isFile() && entry.overriddenBy == nullptr; },
+      [](const Entry& entry) -> const std::string& { return entry.value; },
+      [](Entry& earlier, Entry& later) { later.sameTarget = &earlier; });
   return entries;
 }
 

@@ -8,23 +8,22 @@
 
 namespace tool {
 
-// Of either kind of description.
 struct Entry {
   enum class Kind { rootMacro, file, searchPath };
 
-  bool counts() const { return overriddenBy == nullptr; }
   bool isFile() const { return kind == Kind::file; }
 
   const Element* element;
   Kind kind;
-  std::string key;    // the macro's name, the source, or the path
-  std::string value;  // the macro's path, or the target
-  const Entry* overrides = nullptr;
+  std::string key;                   // the macro's name, the source, or the path
+  std::string value;                 // the macro's path, or the target
+  const Entry* overrides = nullptr;  // the one before with the same key; a search path overrides none
   const Entry* overriddenBy = nullptr;
+  const Entry* sameTarget = nullptr;  // a file before, neither of which is overridden
 };
 
-// In document order. Of root macros or files with one key each overrides the one before. A description that does not
-// load has none, and an error. Valid while the description is unchanged.
+// Returns them in document order. A description that does not load has none, and an error. Valid while the description
+// is unchanged.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool
