@@ -20,9 +20,12 @@ Command& Command::argument(const char* name, std::string Options::*value, const 
   return *this;
 }
 
-Command& Command::optional(const char* name, std::string Options::*value, const char* text,
-                           std::string (*validationError)(const std::string&)) {
-  app->add_option(name, given->*value, text)->type_name("")->check(validationError);
+Command& Command::option(const char* name, std::string Options::*value, const char* placeholder, const char* text,
+                         ValidationError* validationError) {
+  CLI::Option* added = app->add_option(name, given->*value, text)->type_name(placeholder);
+  if (validationError != nullptr) {
+    added->check(validationError);
+  }
   return *this;
 }
 
@@ -45,7 +48,7 @@ Command& Command::flag(const char* name, bool Options::*value, const char* text)
 }
 
 Command& Command::options(const char* name, std::vector<std::string> Options::*values, const char* placeholder,
-                          const char* text, std::string (*validationError)(const std::string&)) {
+                          const char* text, ValidationError* validationError) {
   app->add_option(name, given->*values, text)->type_name(placeholder)->allow_extra_args(false)->check(validationError);
   return *this;
 }
@@ -61,17 +64,13 @@ Command& Command::json() { return flag("--json", &Options::json, "Print one JSON
 Command& Command::force() { return flag("--force", &Options::force, "Replace what exists"); }
 
 Command& Command::output() {
-  app->add_option("-o,--output", given->output, "Write to this file, atomically; - is the standard output")
-      ->type_name("OUT")
-      ->check([](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
-  return *this;
+  return option("-o,--output", &Options::output, "OUT", "Write to this file, atomically; - is the standard output",
+                [](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
 }
 
 Command& Command::passphraseFile() {
-  app->add_option("--passphrase-file", given->passphraseFile,
-                  "Take the passphrase from the first line of this file; - is the standard input")
-      ->type_name("F");
-  return *this;
+  return option("--passphrase-file", &Options::passphraseFile, "F",
+                "Take the passphrase from the first line of this file; - is the standard input");
 }
 
 Command& Command::excludes(const char* name, const char* other) {

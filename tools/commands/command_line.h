@@ -32,16 +32,18 @@ class Command {
  public:
   Command(CLI::App& added, Options& filled) : app(&added), given(&filled) {}
 
+  // Says what is wrong with a value, or nothing.
+  using ValidationError = std::string(const std::string& value);
+
   Command& files();
   Command& file(const char* name, const char* text);  // one of them
   Command& argument(const char* name, std::string Options::*value, const char* text);
   Command& flag(const char* name, bool Options::*value, const char* text);
-  // `validationError` says what is wrong with a value, or nothing.
-  Command& optional(const char* name, std::string Options::*value, const char* text,
-                    std::string (*validationError)(const std::string&));
+  Command& option(const char* name, std::string Options::*value, const char* placeholder, const char* text,
+                  ValidationError* validationError = nullptr);
   // May be given several times.
   Command& options(const char* name, std::vector<std::string> Options::*values, const char* placeholder,
-                   const char* text, std::string (*validationError)(const std::string&));
+                   const char* text, ValidationError* validationError);
   Command& choice(const char* name, std::string Options::*value, const char* placeholder,
                   const std::vector<std::string>& choices, const char* text);
   Command& json();

@@ -74,13 +74,11 @@ ExitStatus checkOutputs(const Options& options) {
   read.push_back(options.passphraseFile);
   const std::set<FileIdentity> inputs = identitiesOf(read);
   std::set<FileIdentity> outputs;
-  bool isFirst = true;
   return forEachFile(options.files, [&](const std::string& file) {
     const std::string target = outputFor(file, options);
     const auto identity = identityOf(target);
-    const bool isTaken = options.output.empty() ? identity && !outputs.insert(*identity).second : !isFirst;
-    isFirst = false;
-    if (isTaken) {
+    const bool isSecond = !options.output.empty() && &file != &options.files.front();
+    if (identity ? !outputs.insert(*identity).second : isSecond) {
       throw Failure("another file has the same output, " + target);
     }
     if (target == "-") {

@@ -47,7 +47,7 @@ ExitStatus printRules(const Options& options) {
 
 void addRules(CommandLine& line) {
   line.add("rules", "List the rules of check, or explain one", "rules stray-target", printRules)
-      .optional("NAME", &Options::key, "The rule", ruleError);
+      .option("NAME", &Options::key, "", "The rule", ruleError);
 }
 
 }  // namespace tool

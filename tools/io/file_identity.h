@@ -11,16 +11,9 @@
 
 namespace tool {
 
-// Equal for names of one file: relative or absolute, through links and hard links, also where it does not exist yet.
-struct FileIdentity {
-  bool operator<(const FileIdentity& other) const {
-    return std::tie(device, inode, name) < std::tie(other.device, other.inode, other.name);
-  }
-
-  dev_t device;
-  ino_t inode;       // of the file, or else of its directory
-  std::string name;  // in the directory; empty for a file that exists
-};
+// The device and inode of the file, and an empty text; of a file that does not exist, those of its directory, and its
+// name there. So it is equal for all names of one file: relative or absolute, through links and hard links.
+using FileIdentity = std::tuple<dev_t, ino_t, std::string>;
 
 // None for devices, FIFOs and the like, and where there is no such directory.
 std::optional<FileIdentity> identityOf(const std::string& file);

@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,17 +25,11 @@ void requireSize(std::uint64_t size) {
   }
 }
 
-bool isCopied(const std::string& file) {
-  struct stat status;
-  return file == "-" || (stat(file.c_str(), &status) == 0 && S_ISFIFO(status.st_mode));
-}
-
-}  // namespace
-
-void requireReadable(const std::string& file) {
+// Returns whether it is a stream, which has to be copied.
+bool isStream(const std::string& file) {
   struct stat status;
   if (file == "-") {
-    return;
+    return true;
   }
   if (stat(file.c_str(), &status) != 0 || access(file.c_str(), R_OK) != 0) {
     throw Failure::ofSystem(notRead);
@@ -50,19 +43,21 @@ void requireReadable(const std::string& file) {
   } else if (!S_ISFIFO(status.st_mode)) {
     throw Failure("the file is a device or socket");
   }
+  return S_ISFIFO(status.st_mode);
 }
 
+}  // namespace
+
+void requireReadable(const std::string& file) { isStream(file); }
+
 InputFile::InputFile(const std::string& name)
-    : openable(name), memory(isCopied(name) ? memfd_create("description", MFD_CLOEXEC) : -1) {
+    : openable(name), isCopied(isStream(name)), memory(isCopied ? memfd_create("description", MFD_CLOEXEC) : -1) {
   static bool standardInputIsTaken = false;
-  requireReadable(name);
-  if (name == "-") {
-    if (std::exchange(standardInputIsTaken, true)) {
-      throw Failure("the standard input can be read only once");
-    }
-    copy(STDIN_FILENO);
-  } else if (isCopied(name)) {
-    const Descriptor input(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+  if (name == "-" && std::exchange(standardInputIsTaken, true)) {
+    throw Failure("the standard input can be read only once");
+  }
+  if (isCopied) {
+    const Descriptor input(name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
     copy(input.get());
   }
 }

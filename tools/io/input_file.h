@@ -24,6 +24,7 @@ class InputFile {
   void copy(int input);
 
   std::string openable;
+  bool isCopied;
   Descriptor memory;
 };
 

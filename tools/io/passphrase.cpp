@@ -1,6 +1,7 @@
 #include "io/passphrase.h"
 
 #include "io/descriptor.h"
+#include "io/messages.h"
 
 #include <bsd/readpassphrase.h>
 #include <fcntl.h>
@@ -21,12 +22,12 @@ Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
       Passphrase again;
       again.ask("Passphrase again: ");
       if (buffer != again.buffer) {
-        throw NoPassphrase("the passphrases differ");
+        throw Failure("the passphrases differ", "passphrase");
       }
     }
   }
   if (buffer.front() == '\0') {
-    throw NoPassphrase("the passphrase is empty");
+    throw Failure("the passphrase is empty", "passphrase");
   }
 }
 
@@ -52,16 +53,16 @@ void Passphrase::readFirstLine(const std::string& file) {
     explicit_bzero(&byte, 1);
   }
   if (got < 0) {
-    throw NoPassphrase(errno == EILSEQ  ? "the passphrase contains a NUL byte"
-                       : errno == EFBIG ? "the passphrase is longer than 1,023 bytes"
-                                        : "cannot read " + file + ": " + strerror(errno));
+    throw errno == EILSEQ ? Failure("the passphrase contains a NUL byte", "passphrase")
+    : errno == EFBIG      ? Failure("the passphrase is longer than 1,023 bytes", "passphrase")
+                          : Failure::ofSystem("cannot read " + file, "passphrase");
   }
 }
 
 void Passphrase::ask(const char* prompt) {
   buffer.fill('\0');
   if (readpassphrase(prompt, buffer.data(), buffer.size(), RPP_REQUIRE_TTY) == nullptr) {
-    throw NoPassphrase("there is no terminal to ask on; use --passphrase-file");
+    throw Failure("there is no terminal to ask on; use --passphrase-file", "passphrase");
   }
 }
 
