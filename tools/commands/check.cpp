@@ -10,9 +10,6 @@
 
 #include <cstdlib>
 #include <iostream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace tool {
 namespace {
@@ -66,14 +63,12 @@ void checkType(Description& description) {
 
 // A file that was not read is of no kind.
 void printJson(const Description& description) {
-  JsonWriter json;
-  json.beginFile(description.file);
+  JsonWriter json(description.file);
   if (description.fileSize() != 0) {
     json.key("kind").text(description.isManifest() ? "manifest" : "project");
   }
   json.key("findings");
   description.writeFindings(json);
-  json.endFile();
 }
 
 void print(const Finding& finding, const Description& description, bool isColored) {

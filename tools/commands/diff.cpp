@@ -10,16 +10,10 @@
 #include <qzjexxml/kiv_data.h>
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 #include <deque>
 #include <iostream>
-#include <map>
-#include <string>
-#include <string_view>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 namespace tool {
 namespace {

@@ -1,12 +1,9 @@
 // qzjexxml encrypt: encrypts files under a passphrase.
-#include "commands/command_line.h"
 #include "commands/decryption.h"
 #include "commands/running.h"
 #include "filestore/encrypted_file.h"
-#include "filestore/secret_byte_array.h"
 #include "io/file_identity.h"
 #include "io/input_file.h"
-#include "io/messages.h"
 #include "io/safe_output.h"
 #include "io/standard_streams.h"
 #include "io/terminal_text.h"
@@ -19,14 +16,9 @@
 
 #include <algorithm>
 #include <iostream>
-#include <set>
-#include <string>
-#include <vector>
 
 namespace tool {
 namespace {
-
-using jexxml::SecretByteArray;
 
 // Whether what is written there mixes with what is printed.
 bool isStandardOutput(const SafeOutput& output) {
@@ -54,7 +46,7 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   ciphertext.clear();
   SecretByteArray again;
   if (!output.temporaryName().empty() &&
-      (decrypt(output.temporaryName(), passphrase, again) != allGood ||
+      (!decrypt(output.temporaryName(), passphrase, again) ||
        !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
     return report(target, "verification failed: the output does not decrypt to the input");
   }
@@ -68,7 +60,7 @@ std::string outputFor(const std::string& file, const Options& options) {
   return !options.output.empty() ? options.output : file == "-" ? file : jexxml::encryptedFileName(file);
 }
 
-// Before anything is done: outputs that are one file, are read, or exist.
+// Before anything is done: reports outputs that are one file, are read, or exist.
 ExitStatus checkOutputs(const Options& options) {
   std::vector<std::string> read = options.files;
   read.push_back(options.passphraseFile);
@@ -81,14 +73,12 @@ ExitStatus checkOutputs(const Options& options) {
     if (identity ? !outputs.insert(*identity).second : isSecond) {
       throw Failure("another file has the same output, " + target);
     }
-    if (target == "-") {
-      if (isatty(STDOUT_FILENO) == 1) {
-        throw Failure("is a terminal; redirect it, or name a file", "standard output");
-      }
-      return allGood;
+    if (target != "-") {
+      requireNotAnInput(target, inputs);
+      requireReplaceable(target, options.force);
+    } else if (isatty(STDOUT_FILENO) == 1) {
+      throw Failure("is a terminal; redirect it, or name a file", "standard output");
     }
-    requireNotAnInput(target, inputs);
-    requireReplaceable(target, options.force);
     return allGood;
   });
 }
@@ -97,14 +87,12 @@ ExitStatus checkOutputs(const Options& options) {
 // output. Decrypts what was written to be sure of it, and prints "FILE -> OUTPUT". Nothing is done when checkOutputs
 // finds something.
 ExitStatus encryptFiles(const Options& options) {
-  const ExitStatus status = checkOutputs(options);
-  if (status != allGood) {
-    return status;
+  if (checkOutputs(options) != allGood) {
+    return fileFailed;
   }
-  return withPassphrase(options.files, options.passphraseFile, true,
-                        [&](const std::string& file, Passphrase& passphrase) {
-                          return encrypt(file, outputFor(file, options), options.force, passphrase);
-                        });
+  return withPassphrase(options, true, [&](const std::string& file, Passphrase& passphrase) {
+    return encrypt(file, outputFor(file, options), options.force, passphrase);
+  });
 }
 
 }  // namespace

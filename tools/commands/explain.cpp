@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 namespace tool {
 namespace {

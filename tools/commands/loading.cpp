@@ -16,10 +16,9 @@ ExitStatus printEach(const Options& options, Print* print) {
       return allGood;
     }
     if (options.json) {
-      JsonWriter json;
-      json.beginFile(file).key("errors");
+      JsonWriter json(file);
+      json.key("errors");
       description.writeFindings(json);
-      json.endFile();
     }
     return description.reportUnloadable();
   });

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <string>
 
 namespace tool {
 namespace {
@@ -35,8 +34,7 @@ void printTable(const KIVData& record) {
 }
 
 void printJson(const std::string& file, const KIVData& record) {
-  JsonWriter json;
-  json.beginFile(file);
+  JsonWriter json(file);
   for (const Section& section : sections) {
     json.key(section.member);
     const bool isList = section.separator == nullptr;
@@ -46,7 +44,6 @@ void printJson(const std::string& file, const KIVData& record) {
     });
     json.end();
   }
-  json.endFile();
 }
 
 bool printManifest(const Options& options, Description& description, const std::string& heading) {

@@ -4,9 +4,7 @@
 #include "project/nox_dump.h"
 
 #include <map>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace tool {
 namespace {
@@ -51,10 +49,9 @@ bool printProject(const Options& options, Description& description, const std::s
     printTree(heading, [&] { dumpNoxMaster(tree); });
   }
   if (options.json) {
-    JsonWriter json;
-    json.beginFile(description.file).key("project");
+    JsonWriter json(description.file);
+    json.key("project");
     write(json, description);
-    json.endFile();
   }
   return true;
 }

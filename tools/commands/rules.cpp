@@ -6,11 +6,8 @@
 #include "texts.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iomanip>
 #include <iostream>
-#include <string>
-#include <string_view>
 
 namespace tool {
 namespace {

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <clocale>
-#include <cstddef>
 #include <iostream>
 #include <new>
 

@@ -103,10 +103,10 @@ bool Description::isBuilt(const std::string& diagnostics) {
 
 void Description::finishFindings() {
   if (!hasErrors()) {
-    suppressions.forEachUnused([&](const ParserPosition& position, const std::string& why) {
+    for (const auto& [position, reason] : suppressions.unused()) {
       report(Rule::unusedSuppression, Anchor{Token::comment, position, {}, 0},
-             [&] { return "the comment silences nothing: " + why; });
-    });
+             [&, text = reason] { return "the comment silences nothing: " + text; });
+    }
   }
   std::ranges::stable_sort(
       findings, {}, [](const Finding& finding) { return std::tuple(finding.position.line, finding.position.column); });

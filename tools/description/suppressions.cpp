@@ -1,47 +1,32 @@
 #include "description/suppressions.h"
 
-#include <algorithm>
-#include <optional>
-#include <utility>
+#include <sstream>
 
 namespace tool {
-namespace {
 
-// Takes the next word off the text; empty when there is none. Names of rules are of ASCII.
-std::string takeWord(std::u16string_view& text) {
-  constexpr std::u16string_view spaces = u" \t\r\n,";
-  constexpr std::size_t longest = 100;
-  text.remove_prefix(std::min(text.find_first_not_of(spaces), text.size()));
-  const std::u16string_view word = text.substr(0, text.find_first_of(spaces));
-  text.remove_prefix(word.size());
-  std::string name;
-  for (const char16_t letter : word.substr(0, longest)) {
-    name += letter < 0x80 ? static_cast<char>(letter) : '?';
-  }
-  return name;
-}
-
-}  // namespace
-
+// Names of rules are of ASCII.
 void Suppressions::add(std::u16string_view comment, const ParserPosition& position) {
-  if (takeWord(comment) != "qzjexxml-ignore") {
+  constexpr std::size_t longest = 2'000;
+  if (comment.find(u"qzjexxml-ignore") == std::u16string_view::npos) {
     return;
   }
-  if (!isPending) {
+  std::string text;
+  for (const char16_t letter : comment.substr(0, longest)) {
+    text += letter == u',' ? ' ' : letter < 0x80 ? static_cast<char>(letter) : '?';
+  }
+  std::istringstream words(text);
+  std::string word;
+  if (!(words >> word) || word != "qzjexxml-ignore") {
+    return;
+  }
+  if (!std::exchange(isPending, true)) {
     groups.emplace_back();
-    isPending = true;
   }
-  const auto group = static_cast<SuppressionGroup>(groups.size() - 1);
-  Suppression& suppression = suppressions.emplace_back(Suppression{position, group, {}, {}});
-  std::string name = takeWord(comment);
-  suppression.mistake = name.empty() ? "it names no rule" : "";
-  for (; !name.empty() && suppression.mistake.empty(); name = takeWord(comment)) {
-    suppression.mistake = ignoreError(name);
-    if (suppression.mistake.empty()) {
-      suppression.rules.set(static_cast<std::size_t>(*ruleNamed(name)));
-    }
+  Comment& added = comments.emplace_back(Comment{position, static_cast<SuppressionGroup>(groups.size() - 1)});
+  while (words >> word && (added.mistake = ignoreError(word)).empty()) {
+    added.rules.set(static_cast<std::size_t>(*ruleNamed(word)));
   }
-  groups.back().rules |= suppression.rules;
+  groups.back().rules |= added.rules;
 }
 
 SuppressionGroup Suppressions::takePending() {
@@ -57,18 +42,21 @@ bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   return isSilencedBy(groups[group]) || isSilencedBy(groups[wholeFile]);
 }
 
-void Suppressions::forEachUnused(const std::function<void(const ParserPosition&, const std::string&)>& action) const {
-  for (const auto& [position, group, rules, mistake] : suppressions) {
-    if (!mistake.empty()) {
-      action(position, mistake);
+std::vector<std::pair<ParserPosition, std::string>> Suppressions::unused() const {
+  std::vector<std::pair<ParserPosition, std::string>> reasons;
+  for (const Comment& comment : comments) {
+    if (!comment.mistake.empty()) {
+      reasons.emplace_back(comment.position, comment.mistake);
     }
-    const Rules unused = rules & ~groups[group].used;
-    for (std::size_t i = 0; i < unused.size(); ++i) {
-      if (unused.test(i)) {
-        action(position, "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
+    const Rules unusedRules = comment.rules & ~groups[comment.group].used;
+    for (std::size_t i = 0; i < unusedRules.size(); ++i) {
+      if (unusedRules.test(i)) {
+        reasons.emplace_back(comment.position,
+                             "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
       }
     }
   }
+  return reasons;
 }
 
 }  // namespace tool

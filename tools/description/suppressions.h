@@ -5,9 +5,9 @@
 #include "description/token_positions.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tool {
@@ -20,24 +20,24 @@ class Suppressions {
   // Takes a comment if it is a suppression. `position` is the position behind it.
   void add(std::u16string_view comment, const ParserPosition& position);
 
-  // What stood since the last element, or end of one.
+  // Returns the comments since the last element, or end of one.
   SuppressionGroup takePending();
 
   // Has the comments of the group, which stand before the root element, count for the whole file.
   void setWholeFile(SuppressionGroup group) { wholeFile = group; }
 
-  // Whether a rule is silenced for the element that the group belongs to.
+  // Returns whether a rule is silenced for the element that the group belongs to.
   bool silence(SuppressionGroup group, Rule rule);
 
-  // With the position and the reason of each rule that silenced nothing.
-  void forEachUnused(const std::function<void(const ParserPosition&, const std::string&)>& action) const;
+  // Returns the position and the reason of each rule that silenced nothing.
+  std::vector<std::pair<ParserPosition, std::string>> unused() const;
 
  private:
-  struct Suppression {
+  struct Comment {
     ParserPosition position;
     SuppressionGroup group;
-    Rules rules;
-    std::string mistake;  // why it names no rule
+    Rules rules = {};
+    std::string mistake = "it names no rule";  // empty where it names rules only
   };
 
   struct Group {
@@ -45,7 +45,7 @@ class Suppressions {
     Rules used;
   };
 
-  std::vector<Suppression> suppressions;
+  std::vector<Comment> comments;
   std::vector<Group> groups = {{}};
   bool isPending = false;  // the last group
   SuppressionGroup wholeFile = 0;

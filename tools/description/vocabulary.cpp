@@ -9,7 +9,6 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
 namespace tool {
@@ -43,8 +42,8 @@ ElementKind readSchema(std::string_view schema) {
   return std::move(document.children.front());
 }
 
-const auto* named(const auto& kinds, auto name, auto member) {
-  const auto found = std::ranges::find(kinds, name, member);
+const auto* named(std::u16string_view name, const auto& kinds) {
+  const auto found = std::ranges::find_if(kinds, [&](const auto& kind) { return kind.parserName == name; });
   return found == kinds.end() ? nullptr : &*found;
 }
 
@@ -54,12 +53,10 @@ std::string textOf(std::u16string_view text) {
   return std::string(jexxml::LcpText(std::u16string(text).c_str()).view());
 }
 
-const ElementKind* ElementKind::child(std::u16string_view childName) const {
-  return named(children, childName, &ElementKind::parserName);
-}
+const ElementKind* ElementKind::child(std::u16string_view childName) const { return named(childName, children); }
 
 const AttributeKind* ElementKind::attribute(std::u16string_view attributeName) const {
-  return named(attributes, attributeName, &AttributeKind::parserName);
+  return named(attributeName, attributes);
 }
 
 const ElementKind& manifestVocabulary() {

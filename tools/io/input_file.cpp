@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace tool {

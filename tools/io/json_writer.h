@@ -7,24 +7,26 @@
 
 namespace tool {
 
-// What is not UTF-8 in a text becomes U+FFFD.
+// Writes the object of a file, on a line. What is not UTF-8 in a text becomes U+FFFD.
 class JsonWriter {
  public:
+  // Starts with "file", the name. A name that is not UTF-8 is there as "fileBytes" too, with its bytes above 0x7F and
+  // each % as %E9.
+  explicit JsonWriter(const std::string& file);
+  JsonWriter(const JsonWriter&) = delete;
+  JsonWriter& operator=(const JsonWriter&) = delete;
+  ~JsonWriter();
+
   JsonWriter& beginObject() { return begin('{', '}'); }
   JsonWriter& beginArray() { return begin('[', ']'); }
   JsonWriter& end();
   JsonWriter& key(std::string_view name);
   JsonWriter& text(std::string_view value);
-  JsonWriter& number(std::uint64_t value);
-
-  // Starts a line with the object of a file: "file", and for a name that is not UTF-8 also "fileBytes", the name with
-  // its bytes above 0x7F, and %, as %E9.
-  JsonWriter& beginFile(const std::string& name);
-  void endFile();
+  JsonWriter& number(std::uint64_t value) { return write(std::to_string(value)); }
 
  private:
   JsonWriter& begin(char opening, char closing);
-  void separate();
+  JsonWriter& write(std::string_view piece);
 
   std::string open;  // what ends the objects and arrays that are open
   bool isFirst = true;

@@ -10,7 +10,6 @@
 #include <fstream>
 #include <iostream>
 #include <sstream>
-#include <string_view>
 #include <system_error>
 #include <utility>
 

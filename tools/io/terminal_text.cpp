@@ -26,12 +26,15 @@ bool isControl(char32_t character) {
 
 struct Character {
   char32_t code;
-  std::size_t length;  // in bytes
+  std::size_t length;  // in bytes; that of all printable ASCII characters before another one
 };
 
 // By UTF-8 where the locale has that or is "C", or else by its encoding, and where that fails by UTF-8; a byte of
 // neither is shown as it is.
 Character firstOf(std::string_view text) {
+  if (const std::size_t plain = plainLength(text); plain > 0) {
+    return {U' ', plain};
+  }
   static const std::string_view codeset = nl_langinfo(CODESET);
   static const bool isUtf8 = codeset == "UTF-8" || codeset == "ANSI_X3.4-1968";
   wchar_t character = 0;
@@ -53,13 +56,7 @@ Character firstOf(std::string_view text) {
 
 std::string escapeForTerminal(std::string_view text) {
   std::string result;
-  for (;;) {
-    const std::size_t plain = plainLength(text);
-    result += text.substr(0, plain);
-    text.remove_prefix(plain);
-    if (text.empty()) {
-      return result;
-    }
+  while (!text.empty()) {
     const auto [code, length] = firstOf(text);
     if (isControl(code)) {
       std::array<char, 16> escape{};
@@ -70,6 +67,7 @@ std::string escapeForTerminal(std::string_view text) {
     }
     text.remove_prefix(length);
   }
+  return result;
 }
 
 std::size_t displayWidth(const std::string& text, std::size_t most) {
