@@ -1,36 +1,16 @@
 #include "commands/loading.h"
 
-#include "commands/running.h"
-#include "io/standard_streams.h"
 #include "io/terminal_text.h"
 
-#include <iostream>
-
 namespace tool {
-
-ExitStatus printEach(const Options& options, Print* print) {
-  return forEachFile(options.files, [&](const std::string& file) {
-    Description description(file);
-    const std::string heading = options.files.size() > 1 ? escapeForTerminal(file) + ":\n" : "";
-    if (!description.hasErrors() && print(options, description, heading)) {
-      return allGood;
-    }
-    if (options.json) {
-      JsonWriter json(file);
-      json.key("errors");
-      description.writeFindings(json);
-    }
-    return description.reportUnloadable();
-  });
-}
 
 void addLoadOptions(Command command) {
   command.files().output().json().flag("--tree", &Options::tree, "Print the tree of elements");
   command.excludes("--json", "--tree");
 }
 
-void printTree(const std::string& heading, const std::function<void()>& dump) {
-  std::cout << heading << diagnosticsOf(dump).substr(1) << '\n';
+std::string headingOf(const Options& options, const Description& description) {
+  return options.files.size() > 1 ? escapeForTerminal(description.file) + ":\n" : "";
 }
 
 void warnOfOtherKind(const Description& description, bool asManifest) {
@@ -40,6 +20,15 @@ void warnOfOtherKind(const Description& description, bool asManifest) {
   } else if (!description.showsKind && description.elements.front().node->hasChildNodes()) {
     report(description.file, "warning: this is neither an archive manifest nor a project description");
   }
+}
+
+ExitStatus reportUnloadable(const Options& options, const Description& description) {
+  if (options.json) {
+    JsonWriter json(description.file);
+    json.key("errors");
+    description.writeFindings(json);
+  }
+  return description.reportUnloadable();
 }
 
 }  // namespace tool

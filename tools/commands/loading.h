@@ -2,26 +2,45 @@
 #pragma once
 
 #include "commands/command_line.h"
+#include "commands/running.h"
 #include "description/description.h"
+#include "io/standard_streams.h"
 
-#include <functional>
+#include <iostream>
 #include <string>
 
 namespace tool {
 
-// Runs `print` for each description, with the heading of what it prints, which is the file's name where there are
-// several files. `print` returns false when a load refuses the description. With --json, what keeps a file from loading
-// is printed in an object of its own.
-using Print = bool(const Options& options, Description& description, const std::string& heading);
-ExitStatus printEach(const Options& options, Print* print);
-
 // Adds the options of such a command.
 void addLoadOptions(Command command);
 
-// Prints what a function of the library dumps: it begins with a line end and does not end its last line.
-void printTree(const std::string& heading, const std::function<void()>& dump);
+// Returns the line above what is printed of a file, where there are several files.
+std::string headingOf(const Options& options, const Description& description);
 
 // Warns of a description that is of the other kind, or of none: it loads, without an entry.
 void warnOfOtherKind(const Description& description, bool asManifest);
+
+// Reports why a file does not load. With --json, prints it in an object too.
+ExitStatus reportUnloadable(const Options& options, const Description& description);
+
+// Loads each description, and prints it: with --tree by a function of the library, which begins with a line end and
+// does not end its last line.
+template <typename Tree>
+ExitStatus printEach(const Options& options, bool (*dump)(Tree& tree),
+                     void (*print)(const Options& options, const Description& description, Tree& tree)) {
+  return forEachFile(options.files, [&](const std::string& file) {
+    Description description(file);
+    Tree tree;
+    if (description.hasErrors() || !description.build(tree)) {
+      return reportUnloadable(options, description);
+    }
+    if (options.tree) {
+      std::cout << headingOf(options, description) << diagnosticsOf([&] { dump(tree); }).substr(1) << '\n';
+    } else {
+      print(options, description, tree);
+    }
+    return allGood;
+  });
+}
 
 }  // namespace tool

@@ -1,13 +1,11 @@
 // qzjexxml manifest: prints what a load of archive manifests gives.
 #include "commands/loading.h"
 #include "commands/record_rows.h"
-#include "commands/running.h"
 #include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
 #include "manifest/populate_kiv_data.h"
 
 #include <algorithm>
-#include <iostream>
 
 namespace tool {
 namespace {
@@ -46,15 +44,7 @@ void printJson(const std::string& file, const KIVData& record) {
   }
 }
 
-bool printManifest(const Options& options, Description& description, const std::string& heading) {
-  jexxml::KivMaster tree;
-  if (!description.build(tree)) {
-    return false;
-  }
-  if (options.tree) {
-    printTree(heading, [&] { dumpKivMaster(tree); });
-    return true;
-  }
+void print(const Options& options, const Description& description, jexxml::KivMaster& tree) {
   KIVData record;
   populateKivData(tree, record);
   if (record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty()) {
@@ -63,13 +53,14 @@ bool printManifest(const Options& options, Description& description, const std::
   if (options.json) {
     printJson(description.file, record);
   } else {
-    std::cout << heading;
+    std::cout << headingOf(options, description);
     printTable(record);
   }
-  return true;
 }
 
-ExitStatus manifest(const Options& options) { return printEach(options, printManifest); }
+ExitStatus manifest(const Options& options) {
+  return printEach<jexxml::KivMaster>(options, jexxml::dumpKivMaster, print);
+}
 
 }  // namespace
 

@@ -1,6 +1,5 @@
 // qzjexxml project: loads project descriptions, and prints their trees.
 #include "commands/loading.h"
-#include "commands/running.h"
 #include "project/nox_dump.h"
 
 #include <map>
@@ -39,24 +38,18 @@ void write(JsonWriter& json, const Description& description) {
   closeUpTo(0);
 }
 
-bool printProject(const Options& options, Description& description, const std::string& heading) {
-  jexxml::NoxMaster tree;
-  if (!description.build(tree)) {
-    return false;
-  }
+void print(const Options& options, const Description& description, jexxml::NoxMaster& /*tree*/) {
   warnOfOtherKind(description, false);
-  if (options.tree) {
-    printTree(heading, [&] { dumpNoxMaster(tree); });
-  }
   if (options.json) {
     JsonWriter json(description.file);
     json.key("project");
     write(json, description);
   }
-  return true;
 }
 
-ExitStatus project(const Options& options) { return printEach(options, printProject); }
+ExitStatus project(const Options& options) {
+  return printEach<jexxml::NoxMaster>(options, jexxml::dumpNoxMaster, print);
+}
 
 }  // namespace
 

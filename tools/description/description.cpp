@@ -8,7 +8,6 @@
 
 #include <qzjexxml/qzjexxml.h>
 
-#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
@@ -63,8 +62,6 @@ void Description::parse() {
   } catch (const jexxml::DocumentRefused&) {  // which was reported
   } catch (const xercesc::XMLException& exception) {
     report(Rule::notLoadable, Position{}, textOf(exception.getMessage()));
-  } catch (const xercesc::DOMException& exception) {
-    report(Rule::notLoadable, Position{}, "DOMException code: " + std::to_string(exception.code));
   } catch (const xercesc::OutOfMemoryException&) {
     throw std::bad_alloc();
   }

@@ -40,21 +40,16 @@ void removeAtSignals() {
   }
 }
 
-// While it lives, the signals wait: until `pending` is right.
-class SignalsWait {
- public:
-  SignalsWait() {
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_BLOCK, &all, &before);
-  }
-  SignalsWait(const SignalsWait&) = delete;
-  SignalsWait& operator=(const SignalsWait&) = delete;
-  ~SignalsWait() { sigprocmask(SIG_SETMASK, &before, nullptr); }
-
- private:
+// Blocks all signals while `action` changes a file and `pending`. Returns what it returns.
+auto withSignalsBlocked(const auto& action) {
+  sigset_t all;
   sigset_t before;
-};
+  sigfillset(&all);
+  sigprocmask(SIG_BLOCK, &all, &before);
+  const auto result = action();
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+  return result;
+}
 
 // A link that was not resolved stands for an open file.
 bool isWrittenThrough(const std::string& target) {
@@ -100,23 +95,23 @@ SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
   } else {
     temporary = target + ".XXXXXX";
     removeAtSignals();
-    const SignalsWait wait;
-    output = mkostemp(temporary.data(), O_CLOEXEC);
-    if (output >= 0) {
-      temporary.copy(pending.data(), temporary.size());
-      struct stat replaced;
-      const bool exists = stat(target.c_str(), &replaced) == 0;
-      fchmod(output, exists ? modeBeside(replaced, output) : modeForNew(mode));
-    }
+    output = withSignalsBlocked([&] {
+      const int created = mkostemp(temporary.data(), O_CLOEXEC);
+      temporary.copy(pending.data(), created < 0 ? 0 : temporary.size());
+      return created;
+    });
   }
   if (output < 0) {
     throw Failure::ofSystem(notWritten, name);
+  }
+  struct stat replaced;
+  if (!temporary.empty()) {
+    fchmod(output, stat(target.c_str(), &replaced) == 0 ? modeBeside(replaced, output) : modeForNew(mode));
   }
 }
 
 SafeOutput::~SafeOutput() {
   close(output);
-  const SignalsWait wait;
   if (pending.front() != '\0') {
     unlink(pending.data());
     pending.fill('\0');
@@ -133,15 +128,17 @@ void SafeOutput::commit() {
   if (temporary.empty()) {
     return;
   }
-  if (fsync(output) != 0) {
+  const auto move = [&] {
+    const bool moved = mayReplace ? std::rename(temporary.c_str(), target.c_str()) == 0
+                                  : moveToNewName(temporary.c_str(), target.c_str());
+    if (moved) {
+      pending.fill('\0');
+    }
+    return moved;
+  };
+  if (fsync(output) != 0 || !withSignalsBlocked(move)) {
     throw Failure::ofSystem(notWritten, name);
   }
-  const SignalsWait wait;
-  if (mayReplace ? std::rename(temporary.c_str(), target.c_str()) != 0
-                 : !moveToNewName(temporary.c_str(), target.c_str())) {
-    throw Failure::ofSystem(notWritten, name);
-  }
-  pending.fill('\0');
 }
 
 }  // namespace tool

@@ -48,11 +48,8 @@ PrintedOutput::PrintedOutput(std::string outputName, int written)
 }
 
 PrintedOutput::int_type PrintedOutput::overflow(int_type letter) {
-  if (sync() != 0) {
-    return traits_type::eof();
-  }
-  return traits_type::eq_int_type(letter, traits_type::eof()) ? traits_type::not_eof(letter)
-                                                              : sputc(traits_type::to_char_type(letter));
+  const bool isNone = traits_type::eq_int_type(letter, traits_type::eof());
+  return sync() != 0 ? traits_type::eof() : isNone ? traits_type::not_eof(letter) : sputc(static_cast<char>(letter));
 }
 
 int PrintedOutput::sync() {
