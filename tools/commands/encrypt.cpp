@@ -11,7 +11,6 @@
 #include <kivbtcrypto.h>
 #include <qzjexxml/qzjexxml.h>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,14 +18,6 @@
 
 namespace tool {
 namespace {
-
-// Whether what is written there mixes with what is printed.
-bool isStandardOutput(const SafeOutput& output) {
-  struct stat written;
-  struct stat printed;
-  return fstat(output.descriptor(), &written) == 0 && fstat(STDOUT_FILENO, &printed) == 0 &&
-         written.st_dev == printed.st_dev && written.st_ino == printed.st_ino;
-}
 
 ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
   constexpr mode_t forAll = 0666;
@@ -45,14 +36,14 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   output.write({ciphertext.data, ciphertext.length});
   ciphertext.clear();
   SecretByteArray again;
-  if (!output.temporaryName().empty() &&
+  const bool isWrittenThrough = output.temporaryName().empty();  // perhaps to the standard output
+  if (!isWrittenThrough &&
       (!decrypt(output.temporaryName(), passphrase, again) ||
        !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
     return report(target, "verification failed: the output does not decrypt to the input");
   }
   output.commit();
-  (isStandardOutput(output) ? std::cerr : std::cout)
-      << escapeForTerminal(file) << " -> " << escapeForTerminal(target) << '\n';
+  (isWrittenThrough ? std::cerr : std::cout) << escapeForTerminal(file) << " -> " << escapeForTerminal(target) << '\n';
   return allGood;
 }
 

@@ -81,8 +81,7 @@ void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const /
 void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId,
                                      const XMLCh* prefix, const Attributes& attributes, XMLSize_t attributeCount,
                                      bool isEmpty, bool isRoot) {
-  const Anchor tag = entities.empty() ? anchor(Token::tag, position(), description.suppressions.takePending())
-                                      : anchor(Token::reference, position(), referenceSuppressions);
+  const Anchor tag = anchor(Token::tag, position(), description.suppressions.takePending());
   if (isRoot) {
     description.suppressions.setWholeFile(tag.suppressions);
   }

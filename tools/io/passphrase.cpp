@@ -7,10 +7,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstring>
 
 namespace tool {
+
+constexpr const char* subject = "passphrase";
 
 // The delegation completes the object first, so that it is wiped whatever is thrown here.
 Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
@@ -22,12 +23,12 @@ Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
       Passphrase again;
       again.ask("Passphrase again: ");
       if (buffer != again.buffer) {
-        throw Failure("the passphrases differ", "passphrase");
+        throw Failure("the passphrases differ", subject);
       }
     }
   }
   if (buffer.front() == '\0') {
-    throw Failure("the passphrase is empty", "passphrase");
+    throw Failure("the passphrase is empty", subject);
   }
 }
 
@@ -37,32 +38,28 @@ Passphrase::~Passphrase() { explicit_bzero(buffer.data(), buffer.size()); }
 void Passphrase::readFirstLine(const std::string& file) {
   const Descriptor input(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC));
   std::size_t length = 0;
-  ssize_t got = -1;
-  if (input.get() >= 0) {
-    char byte = '\0';
-    while ((got = read(input.get(), &byte, 1)) == 1 && byte != '\n' && byte != '\0' && length + 1 < buffer.size()) {
-      buffer[length++] = byte;
+  char byte = '\0';
+  ssize_t got = input.get();
+  while (got >= 0 && (got = read(input.get(), &byte, 1)) == 1 && byte != '\n') {
+    if (byte == '\0' || length + 1 == buffer.size()) {
+      throw Failure(byte == '\0' ? "the passphrase contains a NUL byte" : "the passphrase is longer than 1,023 bytes",
+                    subject);
     }
-    if (got == 1 && byte != '\n') {
-      got = -1;
-      errno = byte == '\0' ? EILSEQ : EFBIG;
-    }
-    if (byte == '\n' && length > 0 && buffer[length - 1] == '\r') {
-      buffer[length - 1] = '\0';
-    }
-    explicit_bzero(&byte, 1);
+    buffer[length++] = byte;
   }
   if (got < 0) {
-    throw errno == EILSEQ ? Failure("the passphrase contains a NUL byte", "passphrase")
-    : errno == EFBIG      ? Failure("the passphrase is longer than 1,023 bytes", "passphrase")
-                          : Failure::ofSystem("cannot read " + file, "passphrase");
+    throw Failure::ofSystem("cannot read " + file, subject);
   }
+  if (byte == '\n' && length > 0 && buffer[length - 1] == '\r') {
+    buffer[length - 1] = '\0';
+  }
+  explicit_bzero(&byte, 1);
 }
 
 void Passphrase::ask(const char* prompt) {
   buffer.fill('\0');
   if (readpassphrase(prompt, buffer.data(), buffer.size(), RPP_REQUIRE_TTY) == nullptr) {
-    throw Failure("there is no terminal to ask on; use --passphrase-file", "passphrase");
+    throw Failure("there is no terminal to ask on; use --passphrase-file", subject);
   }
 }
 
