@@ -9,19 +9,15 @@
 #include <exception>
 #include <new>
 
-namespace {
-
 // Opens closed standard streams, so that no file gets their descriptors: the output would be written into it. Reading
 // and writing them fails, as it does when they are closed.
-void openStandardStreams() {
+static void openStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) == -1) {
       open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // gets the lowest number that is free
     }
   }
 }
-
-}  // namespace
 
 int main(int argc, char* argv[]) {
   using namespace tool;

@@ -12,16 +12,15 @@
 #include <iostream>
 
 namespace tool {
-namespace {
 
 // A target without a directory reads "/FILE" in the record, which is no absolute path that somebody wrote.
-bool leadsOut(const std::string& target) {
+static bool leadsOut(const std::string& target) {
   return (target.starts_with('/') && target.find('/', 1) != std::string::npos) ||
          ("/" + target + "/").find("/../") != std::string::npos;
 }
 
 // Entries that override each other, and paths that lead elsewhere.
-void checkEntries(Description& description) {
+static void checkEntries(Description& description) {
   for (const Entry& entry : entriesOf(description)) {
     const Anchor tag = entry.element->tag();
     if (entry.overrides != nullptr && !entry.key.empty()) {
@@ -47,7 +46,7 @@ void checkEntries(Description& description) {
   }
 }
 
-void checkType(Description& description) {
+static void checkType(Description& description) {
   const Element& root = description.elements.front();
   const std::string type = root.value(u"type").value_or("");
   const std::vector<std::string_view> types = {"archive", "project"};
@@ -62,7 +61,7 @@ void checkType(Description& description) {
 }
 
 // A file that was not read is of no kind.
-void printJson(const Description& description) {
+static void printJson(const Description& description) {
   JsonWriter json(description.file);
   if (description.fileSize() != 0) {
     json.key("kind").text(description.isManifest() ? "manifest" : "project");
@@ -71,7 +70,7 @@ void printJson(const Description& description) {
   description.writeFindings(json);
 }
 
-void print(const Finding& finding, const Description& description, bool isColored) {
+static void print(const Finding& finding, const Description& description, bool isColored) {
   const auto in = [&](const char* color, const std::string& text) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
   };
@@ -82,7 +81,7 @@ void print(const Finding& finding, const Description& description, bool isColore
 }
 
 // On a terminal, unless the user's environment says no.
-bool isColored(const Options& options) {
+static bool isColored(const Options& options) {
   const char* refusal = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");
   return options.color == "always" ||
@@ -92,7 +91,7 @@ bool isColored(const Options& options) {
 
 // Prints for each finding a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or for each file
 // one JSON object on a line. Returns fileFailed when there is a finding.
-ExitStatus check(const Options& options) {
+static ExitStatus check(const Options& options) {
   Rules ignored = options.errorsOnly ? Rules().set() : Rules();
   for (const std::string& name : options.ignored) {
     ignored.set(static_cast<std::size_t>(*ruleNamed(name)));
@@ -115,8 +114,6 @@ ExitStatus check(const Options& options) {
     return description.findings.empty() ? allGood : fileFailed;
   });
 }
-
-}  // namespace
 
 void addCheck(CommandLine& line) {
   line.add("check", "Say what is wrong with descriptions, and what a load would ignore",

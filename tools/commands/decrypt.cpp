@@ -4,10 +4,9 @@
 #include "io/safe_output.h"
 
 namespace tool {
-namespace {
 
 // Writes the plaintext to the output: a file atomically, with mode 0600 if it is new.
-ExitStatus decryptFile(const Options& options) {
+static ExitStatus decryptFile(const Options& options) {
   const std::string target = options.output.empty() ? "-" : options.output;
   if (target != "-") {
     requireNotAnInput(target, identitiesOf({options.files.front(), options.passphraseFile}));
@@ -25,8 +24,6 @@ ExitStatus decryptFile(const Options& options) {
     return allGood;
   });
 }
-
-}  // namespace
 
 void addDecrypt(CommandLine& line) {
   line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc", decryptFile)

@@ -17,9 +17,8 @@
 #include <iostream>
 
 namespace tool {
-namespace {
 
-ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
+static ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
   constexpr mode_t forAll = 0666;
   SecretByteArray plaintext;
   SecretByteArray passphraseBytes(passphrase.text());
@@ -47,12 +46,12 @@ ExitStatus encrypt(const std::string& file, const std::string& target, bool forc
   return allGood;
 }
 
-std::string outputFor(const std::string& file, const Options& options) {
+static std::string outputFor(const std::string& file, const Options& options) {
   return !options.output.empty() ? options.output : file == "-" ? file : jexxml::encryptedFileName(file);
 }
 
 // Before anything is done: reports outputs that are one file, are read, or exist.
-ExitStatus checkOutputs(const Options& options) {
+static ExitStatus checkOutputs(const Options& options) {
   std::vector<std::string> read = options.files;
   read.push_back(options.passphraseFile);
   const std::set<FileIdentity> inputs = identitiesOf(read);
@@ -77,7 +76,7 @@ ExitStatus checkOutputs(const Options& options) {
 // Encrypts each file into the output, or else into the .enc file beside it, and the standard input to the standard
 // output. Decrypts what was written to be sure of it, and prints "FILE -> OUTPUT". Nothing is done when checkOutputs
 // finds something.
-ExitStatus encryptFiles(const Options& options) {
+static ExitStatus encryptFiles(const Options& options) {
   if (checkOutputs(options) != allGood) {
     return fileFailed;
   }
@@ -85,8 +84,6 @@ ExitStatus encryptFiles(const Options& options) {
     return encrypt(file, outputFor(file, options), options.force, passphrase);
   });
 }
-
-}  // namespace
 
 void addEncrypt(CommandLine& line) {
   line.add("encrypt", "Encrypt files, each into the .enc file beside it", "encrypt manifest.xml", encryptFiles)

@@ -11,15 +11,14 @@
 #include <iterator>
 
 namespace tool {
-namespace {
 
-void printOther(const char* relation, const Entry* other, Description& description) {
+static void printOther(const char* relation, const Entry* other, Description& description) {
   if (other != nullptr) {
     std::cout << "  " << relation << ' ' << escapeForTerminal(description.placeOf(other->element->tag())) << '\n';
   }
 }
 
-void print(const Entry& entry, Description& description) {
+static void print(const Entry& entry, Description& description) {
   const Element& parent = description.elements[entry.element->parent];
   const char* separator = entry.isFile() ? " -> " : entry.kind == Entry::Kind::rootMacro ? " = " : "";
   std::cout << escapeForTerminal(description.placeOf(entry.element->tag()) + ": " + entry.key + separator + entry.value)
@@ -33,7 +32,7 @@ void print(const Entry& entry, Description& description) {
 
 // Prints where the entries stand that set a file (by its source or target), a root macro (by its name) or a search
 // path, how they are composed, and which of them override which.
-ExitStatus explain(const Options& options) {
+static ExitStatus explain(const Options& options) {
   return forEachFile(options.files, [&](const std::string& file) {
     Description description(file);
     const std::vector<Entry> entries = entriesOf(description);
@@ -55,8 +54,6 @@ ExitStatus explain(const Options& options) {
     return allGood;
   });
 }
-
-}  // namespace
 
 void addExplain(CommandLine& line) {
   line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME",

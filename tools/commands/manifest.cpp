@@ -8,10 +8,9 @@
 #include <algorithm>
 
 namespace tool {
-namespace {
 
 // The values in one column, but not further right than a screen is wide.
-void printTable(const KIVData& record) {
+static void printTable(const KIVData& record) {
   constexpr std::size_t widest = 80;
   for (const Section& section : sections) {
     std::size_t width = 0;
@@ -31,7 +30,7 @@ void printTable(const KIVData& record) {
   }
 }
 
-void printJson(const std::string& file, const KIVData& record) {
+static void printJson(const std::string& file, const KIVData& record) {
   JsonWriter json(file);
   for (const Section& section : sections) {
     json.key(section.member);
@@ -44,7 +43,7 @@ void printJson(const std::string& file, const KIVData& record) {
   }
 }
 
-void print(const Options& options, const Description& description, jexxml::KivMaster& tree) {
+static void print(const Options& options, const Description& description, jexxml::KivMaster& tree) {
   KIVData record;
   populateKivData(tree, record);
   if (record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty()) {
@@ -58,11 +57,9 @@ void print(const Options& options, const Description& description, jexxml::KivMa
   }
 }
 
-ExitStatus manifest(const Options& options) {
+static ExitStatus manifest(const Options& options) {
   return printEach<jexxml::KivMaster>(options, jexxml::dumpKivMaster, print);
 }
-
-}  // namespace
 
 void addManifest(CommandLine& line) {
   addLoadOptions(line.add("manifest", "Print archive manifests", "manifest --json manifest.xml", withParser<manifest>));

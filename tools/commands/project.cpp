@@ -6,11 +6,10 @@
 #include <utility>
 
 namespace tool {
-namespace {
 
 // Prints {"element":"data","attributes":{...},"children":[...]}. Elements come in document order, each after its
 // parent: those that are open when one comes end up to its parent.
-void write(JsonWriter& json, const Description& description) {
+static void write(JsonWriter& json, const Description& description) {
   std::vector<std::size_t> open;
   const auto closeUpTo = [&](std::size_t depth) {
     for (; open.size() > depth; open.pop_back()) {
@@ -38,7 +37,7 @@ void write(JsonWriter& json, const Description& description) {
   closeUpTo(0);
 }
 
-void print(const Options& options, const Description& description, jexxml::NoxMaster& /*tree*/) {
+static void print(const Options& options, const Description& description, jexxml::NoxMaster& /*tree*/) {
   warnOfOtherKind(description, false);
   if (options.json) {
     JsonWriter json(description.file);
@@ -47,11 +46,9 @@ void print(const Options& options, const Description& description, jexxml::NoxMa
   }
 }
 
-ExitStatus project(const Options& options) {
+static ExitStatus project(const Options& options) {
   return printEach<jexxml::NoxMaster>(options, jexxml::dumpNoxMaster, print);
 }
-
-}  // namespace
 
 void addProject(CommandLine& line) {
   addLoadOptions(line.add("project", "Load project descriptions, and print them with --json or --tree",

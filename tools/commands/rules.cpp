@@ -10,24 +10,23 @@
 #include <iostream>
 
 namespace tool {
-namespace {
 
 // The paragraph of the rule in docs/mistakes.md.
-std::string_view paragraphOf(Rule rule) {
+static std::string_view paragraphOf(Rule rule) {
   const std::string start = std::string("\n**") + nameOf(rule) + "**: ";
   const std::string_view text = std::string_view(mistakesText);
   const std::size_t begin = text.find(start) + start.size();
   return text.substr(begin, text.find("\n\n", begin) - begin);
 }
 
-std::string firstSentence(std::string_view paragraph) {
+static std::string firstSentence(std::string_view paragraph) {
   std::string text = std::string(paragraph) + ' ';
   std::ranges::replace(text, '\n', ' ');
   return text.substr(0, text.find(". "));
 }
 
 // Prints a line for each rule, or what the document says of one.
-ExitStatus printRules(const Options& options) {
+static ExitStatus printRules(const Options& options) {
   if (!options.key.empty()) {
     std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';
     return finishOutput(allGood);
@@ -39,8 +38,6 @@ ExitStatus printRules(const Options& options) {
   }
   return finishOutput(allGood);
 }
-
-}  // namespace
 
 void addRules(CommandLine& line) {
   line.add("rules", "List the rules of check, or explain one", "rules stray-target", printRules)

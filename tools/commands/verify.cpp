@@ -5,10 +5,9 @@
 #include <iostream>
 
 namespace tool {
-namespace {
 
 // Prints "FILE: OK" for each file that decrypts, and reports the others.
-ExitStatus verify(const Options& options) {
+static ExitStatus verify(const Options& options) {
   return withPassphrase(options, false, [](const std::string& file, Passphrase& passphrase) {
     SecretByteArray plaintext;
     if (!decrypt(file, passphrase, plaintext)) {
@@ -18,8 +17,6 @@ ExitStatus verify(const Options& options) {
     return allGood;
   });
 }
-
-}  // namespace
 
 void addVerify(CommandLine& line) {
   line.add("verify", "Check that files decrypt", "verify manifest.enc", verify).files().passphraseFile();

@@ -15,7 +15,6 @@
 #include <iterator>
 
 namespace tool {
-namespace {
 
 using xercesc::XMLErrs;
 using xercesc::XMLExcepts;
@@ -25,28 +24,28 @@ using xercesc::XMLUni;
 constexpr std::size_t ignored = static_cast<std::size_t>(-1);
 
 // Attributes that a description may have for other programs.
-bool isForOthers(std::u16string_view attribute) {
+static bool isForOthers(std::u16string_view attribute) {
   return attribute == u"xmlns" || attribute.starts_with(u"xmlns:") || attribute.starts_with(u"xml:") ||
          attribute.starts_with(u"xsi:");
 }
 
 // Cut before it is converted, so that a long name is not converted for each finding.
-std::string shortName(std::u16string_view name) { return textOf(name.substr(0, 200)); }
+static std::string shortName(std::u16string_view name) { return textOf(name.substr(0, 200)); }
 
-std::string nearestOf(const auto& kinds, std::u16string_view name) {
+static std::string nearestOf(const auto& kinds, std::u16string_view name) {
   std::vector<std::string_view> names;
   std::ranges::transform(kinds, std::back_inserter(names), [](auto& kind) -> std::string_view { return kind.name; });
   return suggestion(shortName(name), names);
 }
 
 // `what` is "element" or "attribute".
-std::string isUnknown(const std::string& what, std::u16string_view name, const ElementKind& owner, bool isRoot) {
+static std::string isUnknown(const std::string& what, std::u16string_view name, const ElementKind& owner, bool isRoot) {
   return what + ' ' + inQuotes(shortName(name)) +
          " is ignored: " + (isRoot ? "the root element" : inQuotes(owner.name)) + " has no such " + what;
 }
 
 // Lists the elements that have a child of the name.
-std::string parentsIn(const ElementKind& kind, const std::string& nameOfKind, std::u16string_view name) {
+static std::string parentsIn(const ElementKind& kind, const std::string& nameOfKind, std::u16string_view name) {
   std::string parents = kind.child(name) != nullptr ? ", " + nameOfKind : "";
   for (const ElementKind& child : kind.children) {
     parents += parentsIn(child, inQuotes(child.name), name);
@@ -55,7 +54,7 @@ std::string parentsIn(const ElementKind& kind, const std::string& nameOfKind, st
 }
 
 // Where an element belongs that is unknown in `parent`.
-std::string homeOf(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
+static std::string homeOf(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
   const bool isManifest = &root == &manifestVocabulary();
   if (otherVocabulary(root).child(name) != nullptr) {
     return isManifest ? "; it belongs in a project description" : "; it belongs in an archive manifest";
@@ -63,8 +62,6 @@ std::string homeOf(std::u16string_view name, const ElementKind& parent, const El
   const std::string parents = parentsIn(root, "the root element", name);
   return parents.empty() ? nearestOf(parent.children, name) : "; it belongs in " + parents.substr(2);
 }
-
-}  // namespace
 
 DescriptionParser::DescriptionParser(Description& described)
     : DocumentParser(jexxml::Budgets(described.fileSize())), description(described) {

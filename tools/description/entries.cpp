@@ -8,12 +8,11 @@
 #include <utility>
 
 namespace tool {
-namespace {
 
 using Kind = Entry::Kind;
 using Add = std::function<void(Kind, const xercesc::DOMNode*, std::string key, std::string value)>;
 
-void addEntries(jexxml::KivMaster& tree, const Add& add) {
+static void addEntries(jexxml::KivMaster& tree, const Add& add) {
   jexxml::forEachEntry(tree, {
                                  .rootMacro = [&](auto... parts) { add(Kind::rootMacro, parts...); },
                                  .files =
@@ -30,7 +29,7 @@ void addEntries(jexxml::KivMaster& tree, const Add& add) {
 }
 
 // A load composes nothing of a project.
-void addEntries(jexxml::NoxMaster& tree, const Add& add) {
+static void addEntries(jexxml::NoxMaster& tree, const Add& add) {
   for (auto& development : tree.root->developmentNodeList) {
     for (auto& rootMacro : development.rootMacroNodeList) {
       for (auto& item : rootMacro.rootMacroDataNodeList) {
@@ -46,7 +45,7 @@ void addEntries(jexxml::NoxMaster& tree, const Add& add) {
 }
 
 template <typename Tree>
-void build(Description& description, const Add& add) {
+static void build(Description& description, const Add& add) {
   Tree tree;
   if (!description.hasErrors() && description.build(tree)) {
     addEntries(tree, add);
@@ -54,7 +53,7 @@ void build(Description& description, const Add& add) {
 }
 
 // Calls `link` with each entry and the next one that has the same key, of those that `isWanted`.
-void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
+static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
   std::vector<Entry*> ordered;
   for (Entry& entry : entries) {
     if (isWanted(entry)) {
@@ -71,8 +70,6 @@ void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) 
     }
   }
 }
-
-}  // namespace
 
 // The entries of one kind come in the order of their elements.
 std::vector<Entry> entriesOf(Description& description) {

@@ -6,7 +6,6 @@
 #include <array>
 
 namespace tool {
-namespace {
 
 constexpr std::array<const char*, static_cast<std::size_t>(Rule::count)> names = {
     "unreadable",      "bad-byte",        "not-well-formed",    "not-valid",         "over-limit",
@@ -14,8 +13,6 @@ constexpr std::array<const char*, static_cast<std::size_t>(Rule::count)> names =
     "empty-attribute", "ignored-text",    "overridden-entry",   "shared-target",     "stray-target",
     "relative-path",   "wrong-type",      "unused-suppression", "more-warnings",
 };
-
-}  // namespace
 
 const char* nameOf(Rule rule) { return names.at(static_cast<std::size_t>(rule)); }
 

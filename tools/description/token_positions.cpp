@@ -7,15 +7,12 @@
 #include <algorithm>
 
 namespace tool {
-namespace {
 
 using xercesc::XMLRecognizer;
 
 constexpr std::size_t blockLength = std::size_t{1} << 14U;
 constexpr std::size_t nowhere = std::u16string_view::npos;
 constexpr std::u16string_view spaces = u" \t\r\n";
-
-}  // namespace
 
 // Returns false where nothing can be decoded.
 bool TokenPositions::decode(std::size_t wanted) {

@@ -12,12 +12,11 @@
 #include <utility>
 
 namespace tool {
-namespace {
 
 using xercesc::DOMElement;
 
 // Elements of the schema that declare neither an element nor an attribute only hold those that do.
-void readDeclarations(const DOMElement& schema, ElementKind& kind) {
+static void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   for (const DOMElement* child = schema.getFirstElementChild(); child != nullptr;
        child = child->getNextElementSibling()) {
     const std::u16string_view declares = child->getLocalName();
@@ -33,7 +32,7 @@ void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   }
 }
 
-ElementKind readSchema(std::string_view schema) {
+static ElementKind readSchema(std::string_view schema) {
   xercesc::XercesDOMParser parser;
   parser.setDoNamespaces(true);
   parser.parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(schema.data()), schema.size(), "schema"));
@@ -46,8 +45,6 @@ const auto* named(std::u16string_view name, const auto& kinds) {
   const auto found = std::ranges::find_if(kinds, [&](const auto& kind) { return kind.parserName == name; });
   return found == kinds.end() ? nullptr : &*found;
 }
-
-}  // namespace
 
 std::string textOf(std::u16string_view text) {
   return std::string(jexxml::LcpText(std::u16string(text).c_str()).view());

@@ -12,20 +12,19 @@
 #include <vector>
 
 namespace tool {
-namespace {
 
 constexpr const char* notRead = "cannot be read";
 constexpr std::uint64_t tooLarge = std::uint64_t{1} << 31U;  // for the library
 
 // The library does not tell which of these a file is.
-void requireSize(std::uint64_t size) {
+static void requireSize(std::uint64_t size) {
   if (size == 0 || size >= tooLarge) {
     throw Failure(size == 0 ? "the file is empty" : "the file has 2 GiB or more");
   }
 }
 
 // Returns whether it is a stream, which has to be copied.
-bool isStream(const std::string& file) {
+static bool isStream(const std::string& file) {
   struct stat status;
   if (file == "-") {
     return true;
@@ -44,8 +43,6 @@ bool isStream(const std::string& file) {
   }
   return S_ISFIFO(status.st_mode);
 }
-
-}  // namespace
 
 void requireReadable(const std::string& file) { isStream(file); }
 

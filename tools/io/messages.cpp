@@ -13,12 +13,9 @@
 #include <system_error>
 
 namespace tool {
-namespace {
 
 // Written without a stream: std::cerr flushes the output first, which clears the line.
-bool progressIsVisible = false;
-
-}  // namespace
+static bool progressIsVisible = false;
 
 Failure Failure::ofSystem(const std::string& text, const std::string& name) {
   return Failure(text + ": " + std::strerror(errno), name);

@@ -6,12 +6,11 @@
 #include <utility>
 
 namespace tool {
-namespace {
 
 constexpr std::size_t far = 3;
 
 // Levenshtein's distance; `far` for names that are long, or whose lengths already differ so much.
-std::size_t distance(std::string_view from, std::string_view to) {
+static std::size_t distance(std::string_view from, std::string_view to) {
   constexpr std::size_t longest = 40;
   if (std::max(from.size(), to.size()) - std::min(from.size(), to.size()) >= far || from.size() > longest) {
     return far;
@@ -28,8 +27,6 @@ std::size_t distance(std::string_view from, std::string_view to) {
   }
   return row.back();
 }
-
-}  // namespace
 
 std::string inQuotes(std::string_view name) {
   std::size_t length = 100;

@@ -16,23 +16,22 @@
 #include <cstdlib>
 
 namespace tool {
-namespace {
 
 constexpr const char* notWritten = "cannot be written";
 
 constexpr std::array endings = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
 
 // The temporary file, for the handler of these signals; empty when there is none.
-std::array<char, PATH_MAX> pending;
+static std::array<char, PATH_MAX> pending;
 
-void removePending(int signal) {
+static void removePending(int signal) {
   unlink(pending.data());
   std::signal(signal, SIG_DFL);
   raise(signal);
 }
 
 // Signals that the program was started to ignore stay ignored.
-void removeAtSignals() {
+static void removeAtSignals() {
   for (const int ending : endings) {
     if (std::signal(ending, removePending) == SIG_IGN) {
       std::signal(ending, SIG_IGN);
@@ -41,7 +40,7 @@ void removeAtSignals() {
 }
 
 // Blocks all signals while `action` changes a file and `pending`. Returns what it returns.
-auto withSignalsBlocked(const auto& action) {
+static auto withSignalsBlocked(const auto& action) {
   sigset_t all;
   sigset_t before;
   sigfillset(&all);
@@ -52,32 +51,30 @@ auto withSignalsBlocked(const auto& action) {
 }
 
 // A link that was not resolved stands for an open file.
-bool isWrittenThrough(const std::string& target) {
+static bool isWrittenThrough(const std::string& target) {
   struct stat status;
   return lstat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
 }
 
 // The mode for a file that replaces `replaced`: that file's, except for another group.
-mode_t modeBeside(const struct stat& replaced, int file) {
+static mode_t modeBeside(const struct stat& replaced, int file) {
   constexpr mode_t ofAll = 0777;
   constexpr mode_t ofGroup = 0070;
   const bool sameGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
   return replaced.st_mode & ofAll & ~(sameGroup ? 0 : ofGroup);
 }
 
-mode_t modeForNew(mode_t mode) {
+static mode_t modeForNew(mode_t mode) {
   const mode_t mask = umask(0);
   umask(mask);
   return mode & ~mask;
 }
 
 // Some file systems lack the one, some the other.
-bool moveToNewName(const char* from, const char* to) {
+static bool moveToNewName(const char* from, const char* to) {
   return renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0 ||
          (errno != EEXIST && link(from, to) == 0 && unlink(from) == 0);
 }
-
-}  // namespace
 
 void requireReplaceable(const std::string& file, bool force) {
   struct stat status;
