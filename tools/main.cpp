@@ -9,12 +9,11 @@
 #include <exception>
 #include <new>
 
-// Opens closed standard streams, so that no file gets their descriptors: the output would be written into it. Reading
-// and writing them fails, as it does when they are closed.
+// Opens closed standard streams in the wrong direction: they stay unusable, and no file gets their descriptors.
 static void openStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) == -1) {
-      open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // gets the lowest number that is free
+      open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // gets the lowest free number
     }
   }
 }

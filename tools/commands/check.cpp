@@ -1,4 +1,4 @@
-// qzjexxml check: what keeps descriptions from loading, and what a load would silently ignore or override.
+// qzjexxml check: reports what keeps descriptions from loading, and what a load would silently ignore or override.
 #include "commands/command_line.h"
 #include "commands/running.h"
 #include "description/description.h"
@@ -13,13 +13,13 @@
 
 namespace tool {
 
-// A target without a directory reads "/FILE" in the record, which is no absolute path that somebody wrote.
+// A target without a directory is "/FILE" in the record, although nobody wrote an absolute path.
 static bool leadsOut(const std::string& target) {
   return (target.starts_with('/') && target.find('/', 1) != std::string::npos) ||
          ("/" + target + "/").find("/../") != std::string::npos;
 }
 
-// Entries that override each other, and paths that lead elsewhere.
+// Reports entries that override each other, and paths that lead elsewhere.
 static void checkEntries(Description& description) {
   for (const Entry& entry : entriesOf(description)) {
     const Anchor tag = entry.element->tag();
@@ -60,7 +60,7 @@ static void checkType(Description& description) {
   }
 }
 
-// A file that was not read is of no kind.
+// A file that was not read has no kind.
 static void printJson(const Description& description) {
   JsonWriter json(description.file);
   if (description.fileSize() != 0) {
@@ -80,7 +80,7 @@ static void print(const Finding& finding, const Description& description, bool i
             << " [" << nameOf(finding.rule) << "]\n";
 }
 
-// On a terminal, unless the user's environment says no.
+// Colors are for a terminal, unless the environment forbids them.
 static bool isColored(const Options& options) {
   const char* refusal = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");
@@ -89,8 +89,8 @@ static bool isColored(const Options& options) {
           (refusal == nullptr || *refusal == '\0') && terminal != nullptr && std::string_view(terminal) != "dumb");
 }
 
-// Prints for each finding a line "FILE:LINE:COLUMN: error: TEXT [RULE]" or "... warning: TEXT [RULE]", or for each file
-// one JSON object on a line. Returns fileFailed when there is a finding.
+// Prints each finding as "FILE:LINE:COLUMN: error: TEXT [RULE]" or "...: warning: ...", or each file as a JSON object.
+// Returns fileFailed if there is a finding.
 static ExitStatus check(const Options& options) {
   Rules ignored = options.errorsOnly ? Rules().set() : Rules();
   for (const std::string& name : options.ignored) {

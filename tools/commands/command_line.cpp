@@ -89,7 +89,7 @@ CommandLine::CommandLine()
   app->footer(
       "Exit status: 0 all good; 1 a file failed, check found something, or diff a difference; 2 wrong usage.\n"
       "What the rules of check mean: qzjexxml rules. The manual: qzjexxml(1).");
-  add("help", "Show the help of a command", "help check", nullptr);  // which run() does
+  add("help", "Show the help of a command", "help check", nullptr);  // implemented in run()
 }
 
 CommandLine::~CommandLine() = default;
@@ -102,7 +102,7 @@ Command CommandLine::add(const char* name, const char* text, const char* example
   return {*added, options};
 }
 
-// Of an argument that is not expected.
+// Describes an unexpected argument.
 std::string CommandLine::usageError(const std::string& argument) const {
   const bool isOption = argument.starts_with('-');
   const auto chosen = app->get_subcommands();
@@ -140,7 +140,7 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
       arguments.emplace_back("--help");
     }
   }
-  std::ranges::reverse(arguments);  // as the parser takes them
+  std::ranges::reverse(arguments);  // the order that CLI11 expects
   try {
     app->parse(arguments);
   } catch (const CLI::ParseError& error) {

@@ -1,4 +1,4 @@
-// The command line: the commands, and what each of them takes.
+// The command line: the commands with their options and arguments.
 #pragma once
 
 #include "io/messages.h"
@@ -13,10 +13,10 @@ class App;
 
 namespace tool {
 
-// What is given to a command. Each takes some of these.
+// The options and arguments of all commands.
 struct Options {
   std::vector<std::string> files;
-  std::string key;  // an entry's, or the name of a rule
+  std::string key;  // of an entry, or the name of a rule
   std::string output;
   std::string passphraseFile;
   std::string color = "auto";
@@ -27,16 +27,16 @@ struct Options {
   bool tree = false;
 };
 
-// Options and arguments of one command, with the texts of its help.
+// Adds options and arguments, with their help texts, to a command.
 class Command {
  public:
   Command(CLI::App& added, Options& filled) : app(&added), given(&filled) {}
 
-  // Says what is wrong with a value, or nothing.
+  // Returns what is wrong with a value, or an empty text.
   using ValidationError = std::string(const std::string& value);
 
   Command& files();
-  Command& file(const char* name, const char* text);  // one of them
+  Command& file(const char* name, const char* text);  // required; one of `files`
   Command& argument(const char* name, std::string Options::*value, const char* text);
   Command& flag(const char* name, bool Options::*value, const char* text);
   Command& option(const char* name, std::string Options::*value, const char* placeholder, const char* text,
@@ -64,10 +64,10 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  // `example` are arguments.
+  // `example` is an example of its arguments.
   Command add(const char* name, const char* text, const char* example, ExitStatus (*command)(const Options&));
 
-  // Runs the command that is asked for. Wrong usage is reported.
+  // Runs the command that the arguments name. Reports wrong usage.
   ExitStatus run(std::vector<std::string> arguments);
 
  private:
@@ -78,7 +78,7 @@ class CommandLine {
   ExitStatus status = allGood;
 };
 
-// Each adds a command with its options.
+// Each adds one command.
 void addManifest(CommandLine& line);
 void addProject(CommandLine& line);
 void addCheck(CommandLine& line);

@@ -5,7 +5,7 @@
 
 namespace tool {
 
-// Writes the plaintext to the output: a file atomically, with mode 0600 if it is new.
+// Writes the plaintext to the output; a new file has mode 0600.
 static ExitStatus decryptFile(const Options& options) {
   const std::string target = options.output.empty() ? "-" : options.output;
   if (target != "-") {

@@ -17,7 +17,7 @@ bool decrypt(const std::string& file, Passphrase& passphrase, SecretByteArray& p
   const std::string diagnostics =
       diagnosticsOf([&] { decrypted = DecryptXmlFile(input.path(), plaintext, passphrase.text()); });
   if (!decrypted) {
-    constexpr const char* refused =  // the crypto library does not tell
+    constexpr const char* refused =  // the crypto library does not tell which
         "wrong passphrase, or the file is damaged or not of this crypto library";
     report(file, diagnostics.empty() ? refused : "cannot be decrypted", diagnostics);
   }

@@ -1,4 +1,4 @@
-// What the commands that encrypt and decrypt have in common.
+// Functions shared by the commands that encrypt and decrypt.
 #pragma once
 
 #include "commands/command_line.h"
@@ -12,11 +12,11 @@ namespace tool {
 
 using jexxml::SecretByteArray;
 
-// Decrypts into `plaintext`. Reports a failure, and returns false then.
+// Reports a failure, and returns false then.
 bool decrypt(const std::string& file, Passphrase& passphrase, SecretByteArray& plaintext);
 
-// Runs the command for each of the files that can be read; the others are reported first. The passphrase is taken once,
-// when a file was found that can be read: from --passphrase-file, or asked for, twice where `confirm` is set.
+// Reports the files that cannot be read, and runs the command for each of the others. Takes the passphrase once, if
+// there are any: from --passphrase-file, or from the terminal, twice if `confirm` is set.
 ExitStatus withPassphrase(const Options& options, bool confirm,
                           const std::function<ExitStatus(const std::string&, Passphrase&)>& command);
 

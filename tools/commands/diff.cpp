@@ -1,4 +1,4 @@
-// qzjexxml diff: what differs between two manifests, or two project descriptions.
+// qzjexxml diff: compares two manifests, or two project descriptions.
 #include "commands/command_line.h"
 #include "commands/record_rows.h"
 #include "commands/running.h"
@@ -23,13 +23,13 @@ std::string ordinal(std::size_t number) {
   return std::to_string(number) + (last == 1 ? "st" : last == 2 ? "nd" : last == 3 ? "rd" : "th");
 }
 
-// The names of the elements above and of its own, without the root element's, each after a space.
+// Returns the names of the element and its ancestors, except the root element, each after a space.
 std::string pathTo(const Element& element, const Description& description) {
   const Element& parent = description.elements[element.parent];
   return &parent == &element ? "" : pathTo(parent, description) + ' ' + element.kind->name;
 }
 
-// What the names of rows begin with, and what stands between their names and their values.
+// Rows whose names have a common beginning. The separator stands between a name and its value.
 struct Group {
   std::string name;
   const char* separator = "";
@@ -42,16 +42,16 @@ struct Row {
   std::size_t group;
   std::string_view ownName;
   std::string_view value;
-  std::size_t number = 1;  // among those with this key
+  std::size_t number = 1;  // among the rows with this key
 };
 
-// A description as rows, which refer to texts of the record or to these.
+// One description as rows, which refer to strings of `record` and `texts`.
 struct Side {
   KIVData record;
   std::deque<std::string> texts;
   std::vector<Row> rows;
 
-  // Numbers those of one key. Returns them ordered by their names.
+  // Numbers the rows with equal keys. Returns the rows ordered by name.
   std::vector<const Row*> ordered() {
     std::vector<Row*> pointers;
     std::ranges::transform(rows, std::back_inserter(pointers), [](Row& row) { return &row; });
@@ -65,11 +65,11 @@ struct Side {
   }
 };
 
-// Two descriptions of one kind as named values, of which one has others than the other.
+// Two descriptions of one kind.
 class Comparison {
  public:
-  // Adds the elements of a project, each named by its parent's attributes and those that it is required to have; of a
-  // manifest, those whose attributes are not in its record, and the record. A project has no tree.
+  // Adds the elements of a project, named by the attributes of the parent and their own required ones; its tree is
+  // empty. Of a manifest, adds the record, and the elements whose attributes are not in it.
   void add(std::size_t number, const Description& description, const jexxml::KivMaster& tree) {
     Side& side = sides.at(number);
     addElements(side, description);
@@ -84,14 +84,14 @@ class Comparison {
     }
   }
 
-  // Prints a line for each value that was added (+) or removed (-), or is another (!), or one line when only their
-  // order is. Returns whether there is a difference.
+  // Prints a line for each value that was added (+), removed (-) or changed (!), or one line if only the order changed.
+  // Returns whether there is a difference.
   bool print();
 
  private:
   void addElements(Side& side, const Description& description) {
     constexpr auto unknown = static_cast<std::size_t>(-1);
-    std::vector<std::size_t> groupsIn(description.elements.size(), unknown);  // by the parent
+    std::vector<std::size_t> groupsIn(description.elements.size(), unknown);  // by parent
     for (const Element& element : description.elements) {
       const bool isRoot = &element == &description.elements.front();
       const bool isInRecord = description.isManifest() && element.parent != 0;
@@ -168,11 +168,11 @@ bool Comparison::print() {
   return moved != sides[1].rows.end();
 }
 
-// Prints a line for each value that was added (+) or removed (-), or is another (!). Returns differ when there is one,
-// and wrongUsage, as diff(1) does, when a file does not load or the two are of different kinds.
+// Returns differ if there is a difference, and wrongUsage, as diff(1) does, if a file does not load or the kinds
+// differ.
 ExitStatus diff(const Options& options) {
   Comparison comparison;
-  std::vector<bool> kinds;  // of the files that show theirs: whether it is a manifest
+  std::vector<bool> kinds;  // isManifest() of the files that show their kind
   std::size_t side = 0;
   const ExitStatus status = forEachFile(options.files, [&](const std::string& file) {
     Description description(file);

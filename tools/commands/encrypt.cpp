@@ -35,7 +35,7 @@ static ExitStatus encrypt(const std::string& file, const std::string& target, bo
   output.write({ciphertext.data, ciphertext.length});
   ciphertext.clear();
   SecretByteArray again;
-  const bool isWrittenThrough = output.temporaryName().empty();  // perhaps to the standard output
+  const bool isWrittenThrough = output.temporaryName().empty();  // maybe to the standard output
   if (!isWrittenThrough &&
       (!decrypt(output.temporaryName(), passphrase, again) ||
        !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
@@ -50,7 +50,7 @@ static std::string outputFor(const std::string& file, const Options& options) {
   return !options.output.empty() ? options.output : file == "-" ? file : jexxml::encryptedFileName(file);
 }
 
-// Before anything is done: reports outputs that are one file, are read, or exist.
+// Reports outputs that are the same file, an input, or exist already.
 static ExitStatus checkOutputs(const Options& options) {
   std::vector<std::string> read = options.files;
   read.push_back(options.passphraseFile);
@@ -74,8 +74,7 @@ static ExitStatus checkOutputs(const Options& options) {
 }
 
 // Encrypts each file into the output, or else into the .enc file beside it, and the standard input to the standard
-// output. Decrypts what was written to be sure of it, and prints "FILE -> OUTPUT". Nothing is done when checkOutputs
-// finds something.
+// output. Decrypts the result to verify it. Prints "FILE -> OUTPUT". Does nothing if checkOutputs() fails.
 static ExitStatus encryptFiles(const Options& options) {
   if (checkOutputs(options) != allGood) {
     return fileFailed;

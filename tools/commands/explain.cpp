@@ -1,4 +1,4 @@
-// qzjexxml explain: where an entry of a description comes from.
+// qzjexxml explain: prints where an entry of a description is set.
 #include "commands/command_line.h"
 #include "commands/running.h"
 #include "description/description.h"
@@ -30,8 +30,7 @@ static void print(const Entry& entry, Description& description) {
   printOther("overridden by", entry.overriddenBy, description);
 }
 
-// Prints where the entries stand that set a file (by its source or target), a root macro (by its name) or a search
-// path, how they are composed, and which of them override which.
+// Prints the entries with this key, or files with this target: their positions, their parts, and which override which.
 static ExitStatus explain(const Options& options) {
   return forEachFile(options.files, [&](const std::string& file) {
     Description description(file);

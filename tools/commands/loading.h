@@ -1,4 +1,4 @@
-// What the commands that load descriptions and print them have in common.
+// Functions shared by the commands that load descriptions and print them.
 #pragma once
 
 #include "commands/command_line.h"
@@ -14,17 +14,16 @@ namespace tool {
 // Adds the options of such a command.
 void addLoadOptions(Command command);
 
-// Returns the line above what is printed of a file, where there are several files.
+// Returns the file's name as a heading, if there are several files.
 std::string headingOf(const Options& options, const Description& description);
 
-// Warns of a description that is of the other kind, or of none: it loads, without an entry.
+// Warns if the description is of the other kind, or of neither: then it loads, but has no entries.
 void warnOfOtherKind(const Description& description, bool asManifest);
 
-// Reports why a file does not load. With --json, prints it in an object too.
+// Reports why the file does not load, with --json also as an object.
 ExitStatus reportUnloadable(const Options& options, const Description& description);
 
-// Loads each description, and prints it: with --tree by a function of the library, which begins with a line end and
-// does not end its last line.
+// Loads and prints each description. The output of `dump`, for --tree, starts with a line end and has none at its end.
 template <typename Tree>
 ExitStatus printEach(const Options& options, bool (*dump)(Tree& tree),
                      void (*print)(const Options& options, const Description& description, Tree& tree)) {

@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// The values in one column, but not further right than a screen is wide.
+// Aligns the values, unless a key is wider than a screen.
 static void printTable(const KIVData& record) {
   constexpr std::size_t widest = 80;
   for (const Section& section : sections) {

@@ -7,8 +7,8 @@
 
 namespace tool {
 
-// Prints {"element":"data","attributes":{...},"children":[...]}. Elements come in document order, each after its
-// parent: those that are open when one comes end up to its parent.
+// Prints {"element":"data","attributes":{...},"children":[...]}. In document order, the elements that are open before
+// an element and do not contain it end there.
 static void write(JsonWriter& json, const Description& description) {
   std::vector<std::size_t> open;
   const auto closeUpTo = [&](std::size_t depth) {

@@ -1,4 +1,4 @@
-// The rows of a manifest's record: the table, --json and diff print these, and nothing else of it.
+// The rows of a manifest's record, which the table, --json and diff print.
 #pragma once
 
 #include <qzjexxml/kiv_data.h>
@@ -15,7 +15,7 @@ struct Section {
   const char* title;      // in the table
   const char* member;     // of the JSON object
   const char* row;        // names a row in diff
-  const char* separator;  // between key and value; null where there are only keys, in an order that counts
+  const char* separator;  // between key and value; null for keys without values, whose order counts
   void (*forEach)(const KIVData& record, const RowAction& action);
 };
 

@@ -1,4 +1,4 @@
-// qzjexxml rules: what check reports.
+// qzjexxml rules: lists the rules of check, or explains one.
 #include "description/rules.h"
 
 #include "commands/command_line.h"
@@ -11,7 +11,7 @@
 
 namespace tool {
 
-// The paragraph of the rule in docs/mistakes.md.
+// Returns the paragraph of the rule in docs/mistakes.md.
 static std::string_view paragraphOf(Rule rule) {
   const std::string start = std::string("\n**") + nameOf(rule) + "**: ";
   const std::string_view text = std::string_view(mistakesText);
@@ -25,7 +25,7 @@ static std::string firstSentence(std::string_view paragraph) {
   return text.substr(0, text.find(". "));
 }
 
-// Prints a line for each rule, or what the document says of one.
+// Prints a line for each rule, or the paragraph of one.
 static ExitStatus printRules(const Options& options) {
   if (!options.key.empty()) {
     std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';

@@ -23,7 +23,7 @@ ExitStatus forEachFile(const std::vector<std::string>& files,
     } catch (const std::bad_alloc&) {
       status = std::max(status, report(files[i], "out of memory"));
     }
-    std::cout.flush();  // a terminal shows each file when it is done
+    std::cout.flush();  // so that a terminal shows each file when it is done
     clearProgress();
   }
   return finishOutput(status);
@@ -33,7 +33,7 @@ ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Opt
   if (!options.json) {
     std::setlocale(LC_CTYPE, "");
   }
-  const jexxml::ParserLibrary started;  // over many loads: a start takes longer than a small file
+  const jexxml::ParserLibrary started;  // for all loads, since starting takes longer than a small file
   if (started.failure()) {
     throw Failure(*started.failure(), "Xerces-C");
   }

@@ -1,4 +1,4 @@
-// Running a command, and over files.
+// Running a command, and running it for each file.
 #pragma once
 
 #include "commands/command_line.h"
@@ -9,14 +9,13 @@
 
 namespace tool {
 
-// Runs the command for each file, whatever becomes of the others, then finishOutput; a Failure and
-// std::bad_alloc are reported. Returns the worst outcome. Of long work, a terminal on the standard error stream shows
-// how far it is.
+// Runs the command for each file, even after one has failed, then finishOutput(). Reports Failure and std::bad_alloc.
+// Returns the worst status. Shows the progress of long work.
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command);
 
-// Runs the command with Xerces-C started, and with what it prints in the output, which is none of the files.
-// Texts come in the locale encoding; for JSON in UTF-8, which the library gives in the "C" locale.
+// Runs the command with Xerces-C started, and with its output in place, which must not be one of the files. Texts are
+// in the locale encoding; JSON is in UTF-8, which the library uses in the "C" locale.
 ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Options&));
 
 template <ExitStatus (*command)(const Options&)>

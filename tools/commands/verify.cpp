@@ -6,7 +6,7 @@
 
 namespace tool {
 
-// Prints "FILE: OK" for each file that decrypts, and reports the others.
+// Prints "FILE: OK" for each file that decrypts.
 static ExitStatus verify(const Options& options) {
   return withPassphrase(options, false, [](const std::string& file, Passphrase& passphrase) {
     SecretByteArray plaintext;

@@ -59,7 +59,7 @@ void Description::parse() {
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data), bytes.length, "");
     source.setCopyBufToStream(false);
     parser->parse(source);
-  } catch (const jexxml::DocumentRefused&) {  // which was reported
+  } catch (const jexxml::DocumentRefused&) {  // already reported
   } catch (const xercesc::XMLException& exception) {
     report(Rule::notLoadable, Position{}, textOf(exception.getMessage()));
   } catch (const xercesc::OutOfMemoryException&) {
@@ -67,7 +67,7 @@ void Description::parse() {
   }
 }
 
-// Silenced first, so that what a comment silences counts as used whatever else is ignored.
+// A suppression counts as used even where the rule is ignored too, so it is asked first.
 bool Description::isWanted(Rule rule, const Anchor& anchor) {
   constexpr std::size_t most = 1'000;
   if (suppressions.silence(anchor.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {

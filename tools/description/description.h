@@ -1,4 +1,4 @@
-// A description as a load takes it: its elements, and the findings about them, with their positions.
+// Description: a description file as a load reads it, with findings about it.
 #pragma once
 
 #include "description/rules.h"
@@ -30,20 +30,20 @@ struct Finding {
   std::string text;
 };
 
-// What a finding is about.
+// The token that a finding is about.
 struct Anchor {
   Token token = Token::tag;
   ParserPosition position;
   std::u16string_view attribute;
-  SuppressionGroup suppressions = 0;  // before its element
+  SuppressionGroup suppressions = 0;  // of its element
 };
 
-// An element that a load takes.
+// An element that a load uses.
 struct Element {
-  // In the locale encoding; none for an absent attribute.
+  // Returns the value in the locale encoding, or nothing for an absent attribute.
   std::optional<std::string> value(const char16_t* attribute) const;
 
-  // Those of its attributes that it has, each after a space: NAME="VALUE", with long values cut where `areCut` is set.
+  // Returns NAME="VALUE" of each attribute that it has, each after a space; long values are cut if `areCut` is set.
   enum class Which { required, others, all };
   std::string attributesText(Which which, bool areCut = false) const;
 
@@ -61,14 +61,14 @@ class DescriptionParser;
 
 class Description {
  public:
-  // Reads the file as a load does, up to a fatal error; that, and a file that cannot be read, are findings. Warnings of
-  // the ignored rules are none. Throws std::bad_alloc. REQUIRES: Xerces-C is started while this object lives.
+  // Reads and parses the file as a load does, and adds findings, except warnings of the ignored rules. Throws
+  // std::bad_alloc. REQUIRES: Xerces-C is started while this object lives.
   explicit Description(std::string name, const Rules& ignored = Rules().set());
   Description(const Description&) = delete;
   Description& operator=(const Description&) = delete;
   ~Description();
 
-  // Adds a warning, unless it is silenced; at most a thousand. `textOf` gives its text.
+  // Adds a warning, unless it is suppressed, or the thousand-and-first; `textOf` returns its text.
   void report(Rule rule, const Anchor& anchor, const auto& textOf) {
     if (isWanted(rule, anchor)) {
       findings.push_back({positionOf(anchor), rule, textOf()});
@@ -80,24 +80,23 @@ class Description {
     findings.push_back({position, rule, text});
   }
 
-  // Builds a load's tree over the document. Returns false, and adds an error, where a load fails. REQUIRES: there are
-  // no errors. The description outlives the tree.
+  // Builds a load's tree over the document, which this object owns. Adds an error and returns false if a load fails.
+  // REQUIRES: there are no errors.
   bool build(jexxml::KivMaster& tree);
   bool build(jexxml::NoxMaster& tree);
 
-  // Adds the comments that silence nothing, and sorts the findings by their positions.
+  // Adds the unused suppressions, and sorts the findings by position.
   void finishFindings();
 
-  // [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without the position where
-  // there is none.
+  // [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...]; unknown positions are left out.
   void writeFindings(JsonWriter& json) const;
 
-  // Tells the user why the file does not load, in the words of a load. Returns fileFailed.
+  // Reports why the file does not load, with the diagnostics of a load. Returns fileFailed.
   ExitStatus reportUnloadable() const;
 
   Position positionOf(const Anchor& anchor) { return positions.of(anchor.token, anchor.position, anchor.attribute); }
 
-  // "FILE:LINE:COLUMN"; without a position, that of the file's start.
+  // "FILE:LINE:COLUMN", with 1:1 for an unknown position.
   std::string placeOf(const Position& position) const;
   std::string placeOf(const Anchor& anchor) { return placeOf(positionOf(anchor)); }
 
@@ -105,9 +104,9 @@ class Description {
   bool hasErrors() const;
   std::uint32_t fileSize() const { return bytes.length; }
 
-  const std::string file;                           // its name
-  const ElementKind* root = &manifestVocabulary();  // as the content shows, or else the attribute `type`
-  bool showsKind = false;                           // else it may be of either
+  const std::string file;                           // name
+  const ElementKind* root = &manifestVocabulary();  // by the content, or else by the attribute `type`
+  bool showsKind = false;                           // otherwise it may be of either kind
   std::vector<Element> elements;                    // in document order, the root element first
   std::vector<Finding> findings;
 

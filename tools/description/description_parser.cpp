@@ -29,7 +29,7 @@ static bool isForOthers(std::u16string_view attribute) {
          attribute.starts_with(u"xsi:");
 }
 
-// Cut before it is converted, so that a long name is not converted for each finding.
+// Cuts the name before the conversion, so that a long name costs little in each finding.
 static std::string shortName(std::u16string_view name) { return textOf(name.substr(0, 200)); }
 
 static std::string nearestOf(const auto& kinds, std::u16string_view name) {
@@ -53,7 +53,7 @@ static std::string parentsIn(const ElementKind& kind, const std::string& nameOfK
   return parents;
 }
 
-// Where an element belongs that is unknown in `parent`.
+// Says where an element belongs that is unknown in `parent`.
 static std::string homeOf(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
   const bool isManifest = &root == &manifestVocabulary();
   if (otherVocabulary(root).child(name) != nullptr) {
@@ -74,7 +74,7 @@ void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const /
   description.positions.setDeclaration(actualEncoding, XMLString::equals(version, u"1.1"));
 }
 
-// The base ends an empty element, and makes the node.
+// The base creates the node, and calls endElement for an empty element.
 void DescriptionParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId,
                                      const XMLCh* prefix, const Attributes& attributes, XMLSize_t attributeCount,
                                      bool isEmpty, bool isRoot) {
@@ -145,7 +145,7 @@ void DescriptionParser::error(unsigned int code, const XMLCh* domain, ErrTypes t
   errorText = nullptr;
 }
 
-// A message whose text is not that of Xerces-C comes from a limit of the base.
+// A message with another text than Xerces-C's reports a limit of the base.
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
   constexpr std::size_t longest = 1'000;
   const ParserPosition reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
@@ -173,8 +173,8 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.report(rule, description.positionOf(at), message);
 }
 
-// Xerces-C notices these late. A byte that cannot be decoded is anywhere in the block that it was reading; a quote that
-// is not closed is found in what follows the value.
+// Finds what Xerces-C reports late: a byte that cannot be decoded, at the start of the block that it reads, and a quote
+// that is not closed, behind the value.
 bool DescriptionParser::findWrongText(const ParserPosition& at) {
   TokenPositions& positions = description.positions;
   const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, XMLUni::fgExceptDomain));
@@ -206,7 +206,8 @@ Anchor DescriptionParser::anchor(Token token, const ParserPosition& at, Suppress
                           : Anchor{Token::reference, position(), {}, referenceSuppressions};
 }
 
-// Returns the index of the element in the description, or `ignored`: then it is reported, unless its parent is ignored.
+// Returns the index of the element in the description, or `ignored`. Reports an ignored element, unless its parent is
+// ignored too.
 std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name, bool isRoot) {
   const std::size_t parent = isRoot ? 0 : openElements.back().element;
   if (parent == ignored) {
@@ -232,7 +233,7 @@ std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name,
   return description.elements.size() - 1;
 }
 
-// The first child of the root element that either vocabulary has shows which one it is.
+// The first known child of the root element decides the kind of the description.
 const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_view name) {
   Element& element = description.elements[parent];
   const ElementKind* kind = element.kind->child(name);
@@ -246,7 +247,7 @@ const ElementKind* DescriptionParser::kindIn(std::size_t parent, std::u16string_
   return kind;
 }
 
-// Only the root element has a type.
+// Only root elements have the attribute `type`.
 void DescriptionParser::takeAttributes(const Attributes& attributes, XMLSize_t count) {
   Element& element = description.elements.back();
   for (XMLSize_t i = 0; i < count; ++i) {

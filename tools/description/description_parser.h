@@ -14,7 +14,7 @@
 
 namespace tool {
 
-// Serves one parse, of the description's bytes. Owns the document that the description's elements refer to.
+// Serves one parse, of the description's bytes, and owns the document.
 class DescriptionParser final : public jexxml::DocumentParser, private xercesc::ErrorHandler {
  public:
   explicit DescriptionParser(Description& described);
@@ -57,10 +57,10 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
 
   Description& description;
   std::vector<OpenElement> openElements;
-  std::vector<std::u16string> entities;        // that are open
-  SuppressionGroup referenceSuppressions = 0;  // before the first of them
-  ParserPosition lastEnd;                      // of the markup or text before
-  unsigned int errorCode = 0;                  // of the error that Xerces-C reports now, with its domain and text
+  std::vector<std::u16string> entities;        // open ones
+  SuppressionGroup referenceSuppressions = 0;  // before the outermost reference
+  ParserPosition lastEnd;                      // of the preceding markup or text
+  unsigned int errorCode = 0;                  // of the error that Xerces-C is reporting
   const XMLCh* errorDomain = nullptr;
   const XMLCh* errorText = nullptr;
 };

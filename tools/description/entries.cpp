@@ -28,7 +28,7 @@ static void addEntries(jexxml::KivMaster& tree, const Add& add) {
                              });
 }
 
-// A load composes nothing of a project.
+// A load composes nothing from a project.
 static void addEntries(jexxml::NoxMaster& tree, const Add& add) {
   for (auto& development : tree.root->developmentNodeList) {
     for (auto& rootMacro : development.rootMacroNodeList) {
@@ -52,7 +52,7 @@ static void build(Description& description, const Add& add) {
   }
 }
 
-// Calls `link` with each entry and the next one that has the same key, of those that `isWanted`.
+// Calls `link` with each two consecutive entries of equal keys, among those that `isWanted`.
 static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
   std::vector<Entry*> ordered;
   for (Entry& entry : entries) {
@@ -71,7 +71,7 @@ static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto
   }
 }
 
-// The entries of one kind come in the order of their elements.
+// Entries of one kind are in the order of their elements.
 std::vector<Entry> entriesOf(Description& description) {
   std::vector<Entry> entries;
   std::array<std::size_t, 3> lastElements = {};  // by kind

@@ -17,13 +17,12 @@ struct Entry {
   Kind kind;
   std::string key;                   // the macro's name, the source, or the path
   std::string value;                 // the macro's path, or the target
-  const Entry* overrides = nullptr;  // the one before with the same key; a search path overrides none
+  const Entry* overrides = nullptr;  // the previous one with the same key; not for search paths
   const Entry* overriddenBy = nullptr;
-  const Entry* sameTarget = nullptr;  // a file before, neither of which is overridden
+  const Entry* sameTarget = nullptr;  // a previous file; neither of them is overridden
 };
 
-// Returns them in document order. A description that does not load has none, and an error. Valid while the description
-// is unchanged.
+// In document order. Empty, with an error added, if a load fails. REQUIRES: the description stays unchanged.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// The rules: what a finding is about. docs/mistakes.md has a paragraph for each; their names never change.
+// The rules, by which findings are named. Their names never change; docs/mistakes.md explains them.
 #pragma once
 
 #include <bitset>
@@ -30,20 +30,20 @@ enum class Rule : std::uint8_t {
   wrongType,
   unusedSuppression,
   moreWarnings,
-  count  // of the rules
+  count
 };
 
 using Rules = std::bitset<static_cast<std::size_t>(Rule::count)>;
 
 const char* nameOf(Rule rule);
 
-// A finding of the rule keeps the description from loading. All others are warnings, which can be silenced.
+// An error keeps the description from loading. All other rules are warnings, which can be suppressed.
 bool isError(Rule rule);
 
-// None when no rule has the name.
+// Returns nothing if no rule has the name.
 std::optional<Rule> ruleNamed(std::string_view name);
 
-// Why a name is not that of a rule, or of one that can be silenced; empty when it is.
+// Return why the name is not that of a rule, or not of one that can be suppressed; empty if it is.
 std::string ruleError(const std::string& name);
 std::string ignoreError(const std::string& name);
 

@@ -1,4 +1,4 @@
-// Suppressions: the comments <!-- qzjexxml-ignore RULE --> before elements, and what they silence.
+// Suppressions: comments <!-- qzjexxml-ignore RULE --> before elements, which turn off warnings.
 #pragma once
 
 #include "description/rules.h"
@@ -12,24 +12,24 @@
 
 namespace tool {
 
-// Stands for the comments before one element; 0 for none.
+// The comments before one element; 0 if there are none.
 using SuppressionGroup = std::uint32_t;
 
 class Suppressions {
  public:
-  // Takes a comment if it is a suppression. `position` is the position behind it.
+  // Adds the comment if it is a suppression. `position` is its end.
   void add(std::u16string_view comment, const ParserPosition& position);
 
-  // Returns the comments since the last element, or end of one.
+  // Returns the comments since the last start or end of an element.
   SuppressionGroup takePending();
 
-  // Has the comments of the group, which stand before the root element, count for the whole file.
+  // Applies the group, which precedes the root element, to the whole file.
   void setWholeFile(SuppressionGroup group) { wholeFile = group; }
 
-  // Returns whether a rule is silenced for the element that the group belongs to.
+  // Returns whether the rule is suppressed for the element of the group, and marks the suppression as used.
   bool silence(SuppressionGroup group, Rule rule);
 
-  // Returns the position and the reason of each rule that silenced nothing.
+  // Returns the position of each rule that suppressed nothing, and the reason.
   std::vector<std::pair<ParserPosition, std::string>> unused() const;
 
  private:
@@ -37,7 +37,7 @@ class Suppressions {
     ParserPosition position;
     SuppressionGroup group;
     Rules rules = {};
-    std::string mistake = "it names no rule";  // empty where it names rules only
+    std::string mistake = "it names no rule";  // empty if all its names are rules
   };
 
   struct Group {
@@ -47,7 +47,7 @@ class Suppressions {
 
   std::vector<Comment> comments;
   std::vector<Group> groups = {{}};
-  bool isPending = false;  // the last group
+  bool isPending = false;  // the last group still gets comments
   SuppressionGroup wholeFile = 0;
 };
 

@@ -14,7 +14,7 @@ constexpr std::size_t blockLength = std::size_t{1} << 14U;
 constexpr std::size_t nowhere = std::u16string_view::npos;
 constexpr std::u16string_view spaces = u" \t\r\n";
 
-// Returns false where nothing can be decoded.
+// Returns false if nothing can be decoded.
 bool TokenPositions::decode(std::size_t wanted) {
   const auto* bytes = reinterpret_cast<const XMLByte*>(file.data);
   if (transcoder == nullptr) {
@@ -44,8 +44,8 @@ bool TokenPositions::decode(std::size_t wanted) {
   return eaten != 0;
 }
 
-// Before bytes that cannot be decoded, decodes the characters one by one. Returns false when the text has ended. The
-// last code unit of a block is indexed with the next block, which tells whether it ends a line.
+// Decodes character by character up to bytes that cannot be decoded. Returns false at the end. The last code unit of a
+// block is indexed with the next block, since only that tells whether it ends a line.
 bool TokenPositions::decodeBlock() {
   if (!isDecoded && (decodedBytes == file.length || !decode(blockLength))) {
     while (decodedBytes < file.length && (decode(1) || decode(2))) {
@@ -75,7 +75,7 @@ bool TokenPositions::endsLine(std::size_t offset) const {
   return unit == u'\n' || (hasMoreLineEnds && (unit == u'\u0085' || unit == u'\u2028'));
 }
 
-// With the code unit behind it decoded.
+// Decodes the code unit at the position, too.
 std::size_t TokenPositions::offsetOf(const ParserPosition& position) {
   std::size_t offset = nowhere;
   do {
@@ -134,7 +134,7 @@ std::size_t TokenPositions::startOfTag(std::size_t end) {
   return lastTagStart;
 }
 
-// An attribute by default is at its tag.
+// A default attribute has the position of its tag.
 std::size_t TokenPositions::startOfAttribute(std::size_t tagEnd, std::u16string_view name) {
   std::size_t next = text.find_first_of(u" \t\r\n/>", startOfTag(tagEnd));
   if (lastTagAttributes.empty()) {
@@ -147,7 +147,7 @@ std::size_t TokenPositions::startOfAttribute(std::size_t tagEnd, std::u16string_
   return found == lastTagAttributes.end() ? lastTagStart : found->start;
 }
 
-// The attribute at the offset in a tag, or behind the white space there.
+// Returns the attribute at the offset in a tag, or after the white space there.
 std::optional<TokenPositions::Attribute> TokenPositions::attributeAt(std::size_t offset) const {
   const std::size_t start = text.find_first_not_of(spaces, offset);
   const std::size_t nameEnd = text.find_first_of(u" \t\r\n=<>/\"'", start);
@@ -161,7 +161,7 @@ std::optional<TokenPositions::Attribute> TokenPositions::attributeAt(std::size_t
 TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, const ParserPosition& to) {
   const std::size_t last = std::min(offsetOf(to), text.size());
   std::size_t start = from.line == 0 ? 0 : std::min(offsetOf(from), last);
-  start = text.find(u'<', start - (start > 0 ? 1 : 0));  // the parser may be behind it
+  start = text.find(u'<', start - (start > 0 ? 1 : 0));  // the parser may have read the '<'
   while (start < last) {
     std::size_t i = text.find_first_of(u" \t\r\n<>/!?", start + 1);
     for (auto found = i == start + 1 ? std::nullopt : attributeAt(i); found && found->start < last;
@@ -180,7 +180,7 @@ TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, 
   return {};
 }
 
-// A reference ends the text that Xerces-C has reported; the parser is then behind the '&'.
+// Xerces-C reports the text before a reference after it has read the '&'.
 std::size_t TokenPositions::startOfText(std::size_t offset) {
   constexpr std::u16string_view cdata = u"<![CDATA[";
   if (offset > 0 && text[offset - 1] == u'&') {

@@ -1,4 +1,4 @@
-// TokenPositions: where a token of a description starts, found from the position of the parser before or behind it.
+// TokenPositions: the starts of tokens, found from the positions that Xerces-C reports before or after them.
 #pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
@@ -16,23 +16,23 @@
 
 namespace tool {
 
-// As Xerces-C counts: lines from 1, and columns from 1 in UTF-16 code units. Zeros when there is none.
+// As Xerces-C counts: from 1, columns in UTF-16 code units. Zeros if it is unknown.
 struct ParserPosition {
   std::uint32_t line = 0;
   std::uint32_t column = 0;
 };
 
-// As people count: columns in characters.
+// As people count: from 1, columns in characters. Zeros if it is unknown.
 struct Position {
   std::uint64_t line = 0;
   std::uint64_t column = 0;
 };
 
 enum class Token : std::uint8_t {
-  tag,        // or other markup that starts with '<' and ends with '>'
-  insideTag,  // the tag that the parser is in
-  attribute,  // of the tag that the parser is behind
-  text,       // which the parser is before
+  tag,        // or other markup in angle brackets
+  insideTag,  // a tag that the parser is in
+  attribute,  // of a tag that the parser is behind
+  text,       // that the parser is before
   reference,  // to an entity
   comment,
 };
@@ -42,32 +42,31 @@ class TokenPositions {
   // The file outlives this object.
   explicit TokenPositions(const KIVByteArray& bytes) : file(bytes) {}
 
-  // Before the first question, for a document that has an XML declaration.
+  // Comes before any question, if the document has an XML declaration.
   void setDeclaration(const XMLCh* encodingName, bool isVersion11) {
     encoding = encodingName;
     hasMoreLineEnds = isVersion11;
   }
 
-  // The start of the token that the parser is behind, unless Token says otherwise; `name` is the attribute's. The
-  // parser's position where there is no such token.
+  // Returns the start of the token at the position, or the position if there is no such token. `name` is the
+  // attribute's.
   Position of(Token token, const ParserPosition& position, std::u16string_view name = {});
 
-  // The position of a byte that cannot be decoded, at `at`, or anywhere behind it where `isSoon` is set. Zeros when
-  // there is none.
+  // Returns the position of a byte that cannot be decoded, at `at`, or anywhere after it if `isSoon` is set.
   Position ofBadByte(const ParserPosition& at, bool isSoon);
 
   bool isUtf8() const {
     return encoding.empty() || xercesc::XMLString::compareIString(encoding.c_str(), u"UTF-8") == 0;
   }
 
-  // An attribute whose value is not closed, or contains a '<', which no value may.
+  // An attribute whose value is not closed or contains a '<'.
   struct Value {
-    std::u16string_view attribute;  // empty when there is none
+    std::u16string_view attribute;  // empty if there is none
     Position position;
     bool hasMarkup = false;
   };
 
-  // The first one in the tags between two positions.
+  // Returns the first one in the tags between two positions.
   Value unclosedValue(const ParserPosition& from, const ParserPosition& to);
 
  private:
@@ -93,15 +92,15 @@ class TokenPositions {
 
   const KIVByteArray& file;
   std::u16string encoding;
-  bool hasMoreLineEnds = false;  // those of XML 1.1
+  bool hasMoreLineEnds = false;  // as in XML 1.1
   std::unique_ptr<xercesc::XMLTranscoder> transcoder;
   bool isDecoded = false;
   std::size_t decodedBytes = 0;
-  std::u16string text;      // decoded as Xerces-C does, as far as it was needed
+  std::u16string text;      // the decoded beginning of the file
   std::size_t indexed = 0;  // of the text
   std::vector<std::size_t> lineStarts = {0};
   std::vector<std::size_t> lowSurrogates;
-  std::size_t lastTagEnd = 0;  // a tag may have many attributes with findings
+  std::size_t lastTagEnd = 0;  // cached, since a tag may have many findings
   std::size_t lastTagStart = 0;
   std::vector<Attribute> lastTagAttributes;
 };

@@ -15,7 +15,7 @@ namespace tool {
 
 using xercesc::DOMElement;
 
-// Elements of the schema that declare neither an element nor an attribute only hold those that do.
+// Other elements of the schema only contain declarations.
 static void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   for (const DOMElement* child = schema.getFirstElementChild(); child != nullptr;
        child = child->getNextElementSibling()) {

@@ -1,4 +1,4 @@
-// The two kinds of descriptions, as their schemas in share/ declare them.
+// The elements and attributes of both kinds of descriptions, read from the schemas in share/.
 #pragma once
 
 #include <cstddef>
@@ -14,11 +14,11 @@ std::string textOf(std::u16string_view text);
 struct AttributeKind {
   std::string name;
   std::u16string parserName;
-  bool required;  // the element is of no use without it
+  bool required;  // the element is useless without it
 };
 
 struct ElementKind {
-  // Null when there is none.
+  // Null if there is none.
   const ElementKind* child(std::u16string_view name) const;
   const AttributeKind* attribute(std::u16string_view name) const;
 
@@ -28,7 +28,7 @@ struct ElementKind {
   std::vector<ElementKind> children;
 };
 
-// The root elements, which the documents may name as they like. REQUIRES: Xerces-C is started.
+// The root elements, whose names documents may choose. REQUIRES: Xerces-C is started.
 const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
 const ElementKind& otherVocabulary(const ElementKind& root);

@@ -1,11 +1,11 @@
-// File descriptors: closing them, and writing all of a text to one.
+// File descriptors: closing and writing.
 #pragma once
 
 #include <string_view>
 
 namespace tool {
 
-// Closes the descriptor at its end, unless it is that of a standard stream or negative.
+// Closes the descriptor, unless it is negative or that of a standard stream.
 class Descriptor {
  public:
   explicit Descriptor(int opened = -1) : number(opened) {}
@@ -19,7 +19,7 @@ class Descriptor {
   int number;
 };
 
-// Continues after a short write or a signal. False with errno set.
+// Writes all bytes, also after short writes and signals. Returns false with errno set.
 bool writeAll(int descriptor, std::string_view bytes);
 
 }  // namespace tool

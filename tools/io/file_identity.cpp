@@ -12,7 +12,7 @@
 namespace tool {
 
 std::string resolveSymlinks(const std::string& file) {
-  constexpr int mostLinks = 40;  // as the system has it
+  constexpr int mostLinks = 40;  // the limit of Linux
   std::filesystem::path name = file;
   for (int i = 0; i < mostLinks; ++i) {
     std::error_code error;

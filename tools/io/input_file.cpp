@@ -14,16 +14,16 @@
 namespace tool {
 
 constexpr const char* notRead = "cannot be read";
-constexpr std::uint64_t tooLarge = std::uint64_t{1} << 31U;  // for the library
+constexpr std::uint64_t tooLarge = std::uint64_t{1} << 31U;  // the library reads less
 
-// The library does not tell which of these a file is.
+// The library has one message for both.
 static void requireSize(std::uint64_t size) {
   if (size == 0 || size >= tooLarge) {
     throw Failure(size == 0 ? "the file is empty" : "the file has 2 GiB or more");
   }
 }
 
-// Returns whether it is a stream, which has to be copied.
+// Returns true for the standard input and FIFOs, which must be copied.
 static bool isStream(const std::string& file) {
   struct stat status;
   if (file == "-") {

@@ -1,4 +1,4 @@
-// Files that commands read.
+// InputFile: a file that a command reads.
 #pragma once
 
 #include "io/descriptor.h"
@@ -7,14 +7,14 @@
 
 namespace tool {
 
-// Throws Failure for a file that is missing, empty, not the user's to read, too large, or neither a regular file nor a
-// FIFO. Opens nothing. The standard input ("-") is looked at when it is read.
+// Throws Failure for a file that is missing, unreadable, empty, too large, or neither a regular file nor a FIFO. Does
+// not open it. Accepts "-", the standard input.
 void requireReadable(const std::string& file);
 
-// A file that the library can open by its path. The standard input ("-") and FIFOs are copied into memory first.
+// Gives the library a path. Copies the standard input and FIFOs into memory first.
 class InputFile {
  public:
-  // Throws Failure, as requireReadable.
+  // Throws Failure as requireReadable() does.
   explicit InputFile(const std::string& name);
 
   // Valid while this object lives.

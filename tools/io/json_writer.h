@@ -1,4 +1,4 @@
-// JsonWriter: JSON on the standard output, piece by piece, since it may be large.
+// JsonWriter: JSON on the standard output. It is written in pieces, since it may be large.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +7,10 @@
 
 namespace tool {
 
-// Writes the object of a file, on a line. What is not UTF-8 in a text becomes U+FFFD.
+// Writes an object about one file, on one line. Bytes that are not UTF-8 become U+FFFD.
 class JsonWriter {
  public:
-  // Starts with "file", the name. A name that is not UTF-8 is there as "fileBytes" too, with its bytes above 0x7F and
-  // each % as %E9.
+  // Writes the name as "file". If it is not UTF-8, writes it as "fileBytes" too, with bytes above 0x7F and % as %E9.
   explicit JsonWriter(const std::string& file);
   JsonWriter(const JsonWriter&) = delete;
   JsonWriter& operator=(const JsonWriter&) = delete;
@@ -28,7 +27,7 @@ class JsonWriter {
   JsonWriter& begin(char opening, char closing);
   JsonWriter& write(std::string_view piece);
 
-  std::string open;  // what ends the objects and arrays that are open
+  std::string open;  // closing brackets of the open objects and arrays
   bool isFirst = true;
 };
 

@@ -14,7 +14,7 @@
 
 namespace tool {
 
-// Written without a stream: std::cerr flushes the output first, which clears the line.
+// Written without std::cerr, which flushes std::cout first, which clears the line.
 static bool progressIsVisible = false;
 
 Failure Failure::ofSystem(const std::string& text, const std::string& name) {

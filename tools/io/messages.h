@@ -1,4 +1,4 @@
-// What the user is told: Failure, reports and progress on the standard error stream, and the exit status.
+// Messages to the user on the standard error stream, and the exit status.
 #pragma once
 
 #include <cstddef>
@@ -8,28 +8,26 @@
 
 namespace tool {
 
-// The command's exit status. Of several outcomes, the worst is the greatest.
+// Of several outcomes, the greatest counts.
 enum ExitStatus { allGood = 0, fileFailed = 1, differ = 1, wrongUsage = 2 };
 
-// Why something cannot be done.
+// Why something cannot be done. An empty subject stands for the file in hand.
 struct Failure : std::runtime_error {
-  // `name` is what it cannot be done with; the command's own file if it is empty.
   explicit Failure(const std::string& text, std::string name = "") : runtime_error(text), subject(std::move(name)) {}
 
-  // With the system's reason, after a call that set errno: "cannot be read: Permission denied".
+  // Appends the reason in errno: "cannot be read: Permission denied".
   static Failure ofSystem(const std::string& text, const std::string& name = "");
 
   std::string subject;
 };
 
-// Writes "qzjexxml: SUBJECT: TEXT" on the standard error stream, then `details` as they stand. Returns fileFailed.
+// Writes "qzjexxml: SUBJECT: TEXT", then `details` unescaped. Returns fileFailed.
 ExitStatus report(const std::string& subject, const std::string& text, const std::string& details = "");
 
-// Writes "NUMBER of COUNT: FILE" on a terminal on the standard error stream, where there are many files, or the file is
-// large.
+// Writes "NUMBER of COUNT: FILE" to a terminal, if there are many files or the file is large.
 void showProgress(std::size_t number, std::size_t count, const std::string& file);
 
-// Clears that line. Comes before all else that is written, on either stream.
+// Clears that line. Called before anything else is written to either stream.
 void clearProgress();
 
 }  // namespace tool

@@ -13,7 +13,7 @@ namespace tool {
 
 constexpr const char* subject = "passphrase";
 
-// The delegation completes the object first, so that it is wiped whatever is thrown here.
+// Delegates, so that the destructor wipes the buffer even if this constructor throws.
 Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
   if (!file.empty()) {
     readFirstLine(file);
@@ -34,7 +34,7 @@ Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
 
 Passphrase::~Passphrase() { explicit_bzero(buffer.data(), buffer.size()); }
 
-// Byte by byte, so that what follows on the standard input stays there and no copy is left in a buffer.
+// Reads byte by byte: what follows on the standard input stays there, and no buffer keeps a copy.
 void Passphrase::readFirstLine(const std::string& file) {
   const Descriptor input(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC));
   std::size_t length = 0;

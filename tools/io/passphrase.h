@@ -1,4 +1,4 @@
-// The passphrase of the commands that encrypt and decrypt.
+// Passphrase: the passphrase of the commands that encrypt and decrypt.
 #pragma once
 
 #include <array>
@@ -6,11 +6,11 @@
 
 namespace tool {
 
-// A passphrase of 1 to 1,023 bytes; wiped at its end.
+// 1 to 1,023 bytes, which the destructor wipes.
 class Passphrase {
  public:
-  // Takes the first line of `file` ("-" is the standard input) without its line end, CR LF or LF; or asks on the
-  // terminal, without echo, if `file` is empty: twice when `confirm` is set. Throws Failure.
+  // Reads the first line of `file`, without LF or CR LF; "-" is the standard input. If `file` is empty, asks on the
+  // terminal without echo, twice if `confirm` is set. Throws Failure.
   Passphrase(const std::string& file, bool confirm);
   Passphrase(const Passphrase&) = delete;
   Passphrase& operator=(const Passphrase&) = delete;

@@ -9,7 +9,7 @@ namespace tool {
 
 constexpr std::size_t far = 3;
 
-// Levenshtein's distance; `far` for names that are long, or whose lengths already differ so much.
+// Returns the Levenshtein distance, or `far` if a name is long or the lengths differ too much.
 static std::size_t distance(std::string_view from, std::string_view to) {
   constexpr std::size_t longest = 40;
   if (std::max(from.size(), to.size()) - std::min(from.size(), to.size()) >= far || from.size() > longest) {

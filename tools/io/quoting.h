@@ -1,4 +1,4 @@
-// Names in messages.
+// Names in messages, and suggestions of names.
 #pragma once
 
 #include <string>
@@ -7,11 +7,10 @@
 
 namespace tool {
 
-// In double quotes. Of a name above 100 bytes, the first 100 with "..." behind them; UTF-8 is not cut within a
-// character.
+// Puts the name in double quotes, and cuts it after 100 bytes, but not within a UTF-8 character.
 std::string inQuotes(std::string_view name);
 
-// `; did you mean "NAME"?` with the nearest of the names, or nothing when none is near.
+// Returns `; did you mean "NAME"?` with the nearest name, or an empty text if none is near.
 std::string suggestion(std::string_view name, const std::vector<std::string_view>& names);
 
 }  // namespace tool

@@ -21,7 +21,7 @@ constexpr const char* notWritten = "cannot be written";
 
 constexpr std::array endings = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
 
-// The temporary file, for the handler of these signals; empty when there is none.
+// The name of the temporary file, for the signal handler; empty if there is none.
 static std::array<char, PATH_MAX> pending;
 
 static void removePending(int signal) {
@@ -30,7 +30,7 @@ static void removePending(int signal) {
   raise(signal);
 }
 
-// Signals that the program was started to ignore stay ignored.
+// Keeps ignoring signals that the program was started to ignore.
 static void removeAtSignals() {
   for (const int ending : endings) {
     if (std::signal(ending, removePending) == SIG_IGN) {
@@ -39,7 +39,7 @@ static void removeAtSignals() {
   }
 }
 
-// Blocks all signals while `action` changes a file and `pending`. Returns what it returns.
+// Blocks all signals while `action` changes a file and `pending`. Returns its result.
 static auto withSignalsBlocked(const auto& action) {
   sigset_t all;
   sigset_t before;
@@ -50,13 +50,13 @@ static auto withSignalsBlocked(const auto& action) {
   return result;
 }
 
-// A link that was not resolved stands for an open file.
+// A link that resolveSymlinks() kept refers to an open file.
 static bool isWrittenThrough(const std::string& target) {
   struct stat status;
   return lstat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
 }
 
-// The mode for a file that replaces `replaced`: that file's, except for another group.
+// Returns the mode of the replaced file, without the rights of the group if `file` cannot have that group.
 static mode_t modeBeside(const struct stat& replaced, int file) {
   constexpr mode_t ofAll = 0777;
   constexpr mode_t ofGroup = 0070;
@@ -70,7 +70,7 @@ static mode_t modeForNew(mode_t mode) {
   return mode & ~mask;
 }
 
-// Some file systems lack the one, some the other.
+// Some file systems lack renameat2, others lack hard links.
 static bool moveToNewName(const char* from, const char* to) {
   return renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0 ||
          (errno != EEXIST && link(from, to) == 0 && unlink(from) == 0);

@@ -1,4 +1,4 @@
-// SafeOutput: a file that a command writes, without harm to what is there.
+// SafeOutput: a file that a command writes atomically.
 #pragma once
 
 #include <sys/types.h>
@@ -8,14 +8,13 @@
 
 namespace tool {
 
-// Where nothing or a regular file stands, also behind links, the file is written beside it, and put in its place by
-// commit(). Devices, FIFOs, open files (/dev/stdout) and "-", the standard output, are written through. Without
-// commit(), and when a signal ends the program, nothing is left and nothing was changed. One at a time. Throws Failure,
-// "cannot be written: REASON".
+// Writes a temporary file beside a regular or new file, and moves it there in commit(). Without commit(), or if a
+// signal ends the program, nothing changes and nothing is left. Writes directly to devices, FIFOs, open files
+// (/dev/stdout) and "-", the standard output. Only one object may exist. Throws Failure.
 class SafeOutput {
  public:
-  // A new file has `mode`, less the umask; one that replaces another has that one's mode. Without `replace`, commit()
-  // refuses when the file exists.
+  // A new file has `mode`, less the umask; an existing one keeps its mode. Unless `replace`, commit() fails if it
+  // exists.
   SafeOutput(const std::string& file, mode_t mode, bool replace = true);
   SafeOutput(const SafeOutput&) = delete;
   SafeOutput& operator=(const SafeOutput&) = delete;
@@ -23,21 +22,21 @@ class SafeOutput {
 
   int descriptor() const { return output; }
 
-  // The name until commit(); empty for what is written through.
+  // Empty if the output is written directly.
   const std::string& temporaryName() const { return temporary; }
 
   void write(std::string_view bytes) const;
   void commit();
 
  private:
-  std::string name;    // as given
-  std::string target;  // behind links
+  std::string name;    // for messages
+  std::string target;  // without symbolic links
   std::string temporary;
   bool mayReplace;
   int output = -1;
 };
 
-// Throws Failure when the output would replace a file without `force`.
+// Throws Failure if the output exists as a regular file, unless `force`.
 void requireReplaceable(const std::string& file, bool force);
 
 }  // namespace tool

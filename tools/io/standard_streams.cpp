@@ -16,7 +16,7 @@
 namespace tool {
 namespace {
 
-// A regular file that begins as XML does: in "-o *.xml" the first of the inputs meant. What is printed never does.
+// With -o *.xml the shell passes an input as OUT: a file that begins as XML does. No command prints such a beginning.
 bool looksLikeDescription(const std::string& file) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) {
@@ -30,7 +30,7 @@ bool looksLikeDescription(const std::string& file) {
   return content.peek() == '<';
 }
 
-// The library writes its line ends by themselves; any other one is part of a value.
+// The library writes each line end by itself. A line end within a piece is part of a value.
 class EscapedText : public std::stringbuf {
   std::streamsize xsputn(const char* text, std::streamsize length) override {
     const std::string_view piece(text, static_cast<std::size_t>(length));

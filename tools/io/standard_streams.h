@@ -1,4 +1,4 @@
-// The standard streams: where the output goes, and what the library writes to the standard error stream.
+// Redirection of the standard streams.
 #pragma once
 
 #include "io/messages.h"
@@ -11,14 +11,14 @@
 
 namespace tool {
 
-// Replaces the buffer of a stream while it lives.
+// Replaces the buffer of a stream while this object lives.
 class ScopedStreambuf {
  public:
   ScopedStreambuf(std::ostream& lent, std::streambuf* buffer) : stream(lent), standard(lent.rdbuf(buffer)) {}
   ScopedStreambuf(const ScopedStreambuf&) = delete;
   ScopedStreambuf& operator=(const ScopedStreambuf&) = delete;
   ~ScopedStreambuf() {
-    const std::ios::iostate state = stream.rdstate();  // which a change of the buffer clears
+    const std::ios::iostate state = stream.rdstate();  // rdbuf() clears it
     stream.rdbuf(standard);
     stream.setstate(state);
   }
@@ -28,7 +28,7 @@ class ScopedStreambuf {
   std::streambuf* standard;
 };
 
-// Has std::cout write to the descriptor while it lives. `outputName` is for reports.
+// Makes std::cout write to the descriptor while this object lives. `outputName` is for messages.
 class PrintedOutput final : public std::streambuf {
  public:
   PrintedOutput(std::string outputName, int written);
@@ -46,17 +46,17 @@ class PrintedOutput final : public std::streambuf {
   const ScopedStreambuf redirection;
 };
 
-// Flushes what was printed. Reports what could not be written, and returns fileFailed then, or else `status`. REQUIRES:
-// std::cout writes to a PrintedOutput.
+// Flushes std::cout, which must write to a PrintedOutput. Reports a failure and returns fileFailed, or returns
+// `status`.
 ExitStatus finishOutput(ExitStatus status);
 
-// Runs the command with std::cout written to `file`, atomically; to the standard output if `file` is empty or "-".
-// Throws Failure when the file is one of the inputs, or a description.
+// Runs the command with std::cout written to `file` atomically, or to the standard output if `file` is empty or "-".
+// Throws Failure if the file is one of the inputs, or XML.
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
                    const std::function<ExitStatus()>& command);
 
-// Returns what `action` writes to the standard error stream, which does not get there. Control characters are escaped,
-// except line ends that are written by themselves.
+// Captures and returns what `action` writes to std::cerr, with escaped control characters, except for line ends that
+// are written by themselves.
 std::string diagnosticsOf(const std::function<void()>& action);
 
 }  // namespace tool

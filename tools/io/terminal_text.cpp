@@ -17,7 +17,7 @@ std::size_t plainLength(std::string_view text) {
   return static_cast<std::size_t>(end - text.begin());
 }
 
-// What moves the cursor, begins a line, or turns the direction of writing.
+// Characters that move the cursor, begin a line, or change the direction of writing.
 bool isControl(char32_t character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x61C || character == 0x200E ||
          character == 0x200F || (character >= 0x202A && character <= 0x202E) ||
@@ -26,11 +26,11 @@ bool isControl(char32_t character) {
 
 struct Character {
   char32_t code;
-  std::size_t length;  // in bytes; that of all printable ASCII characters before another one
+  std::size_t length;  // in bytes; a run of printable ASCII counts as one character
 };
 
-// By UTF-8 where the locale has that or is "C", or else by its encoding, and where that fails by UTF-8; a byte of
-// neither is shown as it is.
+// Decodes UTF-8 if the locale uses it or is "C", otherwise the locale encoding or, if that fails, UTF-8. Other bytes
+// are left as they are.
 Character firstOf(std::string_view text) {
   if (const std::size_t plain = plainLength(text); plain > 0) {
     return {U' ', plain};
@@ -71,7 +71,7 @@ std::string escapeForTerminal(std::string_view text) {
 }
 
 std::size_t displayWidth(const std::string& text, std::size_t most) {
-  constexpr std::size_t longest = 8;  // bytes for a column
+  constexpr std::size_t longest = 8;  // bytes of a column
   if (text.size() > longest * most || plainLength(text) == text.size()) {
     return text.size();
   }
