@@ -12,12 +12,6 @@
 
 namespace tool {
 
-static void printOther(const char* relation, const Entry* other, Description& description) {
-  if (other != nullptr) {
-    std::cout << "  " << relation << ' ' << escapeForTerminal(description.placeOf(other->element->tag())) << '\n';
-  }
-}
-
 static void print(const Entry& entry, Description& description) {
   const Element& parent = description.elements[entry.element->parent];
   const char* separator = entry.isFile() ? " -> " : entry.kind == Entry::Kind::rootMacro ? " = " : "";
@@ -26,8 +20,12 @@ static void print(const Entry& entry, Description& description) {
             << escapeForTerminal(parent.attributesText(Element::Which::all) +
                                  entry.element->attributesText(Element::Which::all))
             << '\n';
-  printOther("overrides", entry.overrides, description);
-  printOther("overridden by", entry.overriddenBy, description);
+  for (const auto& [relation, other] :
+       {std::pair("overrides", entry.overrides), {"overridden by", entry.overriddenBy}}) {
+    if (other != nullptr) {
+      std::cout << "  " << relation << ' ' << escapeForTerminal(description.placeOf(other->element->tag())) << '\n';
+    }
+  }
 }
 
 // Prints the entries with this key, or files with this target: their positions, their parts, and which override which.

@@ -263,11 +263,6 @@ void DescriptionParser::takeAttributes(const Attributes& attributes, XMLSize_t c
       element.kind = description.root = value == u"project" ? &projectVocabulary() : &manifestVocabulary();
     }
   }
-  requireAttributes(attributes, count);
-}
-
-void DescriptionParser::requireAttributes(const Attributes& attributes, XMLSize_t count) {
-  const Element& element = description.elements.back();
   for (const AttributeKind& attribute : element.kind->attributes) {
     const XMLCh* value = attribute.required ? nullptr : u"not required";
     for (XMLSize_t i = 0; attribute.required && i < count; ++i) {

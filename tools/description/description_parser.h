@@ -53,7 +53,6 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
   std::size_t take(const Anchor& tag, std::u16string_view name, bool isRoot);
   const ElementKind* kindIn(std::size_t parent, std::u16string_view name);
   void takeAttributes(const Attributes& attributes, XMLSize_t count);
-  void requireAttributes(const Attributes& attributes, XMLSize_t count);
 
   Description& description;
   std::vector<OpenElement> openElements;

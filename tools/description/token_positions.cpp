@@ -14,6 +14,10 @@ constexpr std::size_t blockLength = std::size_t{1} << 14U;
 constexpr std::size_t nowhere = std::u16string_view::npos;
 constexpr std::u16string_view spaces = u" \t\r\n";
 
+static std::size_t startBefore(std::u16string_view text, char16_t end, std::u16string_view start) {
+  return text.ends_with(end) ? text.rfind(start) : nowhere;
+}
+
 // Returns false if nothing can be decoded.
 bool TokenPositions::decode(std::size_t wanted) {
   const auto* bytes = reinterpret_cast<const XMLByte*>(file.data);
@@ -100,35 +104,21 @@ Position TokenPositions::of(Token token, const ParserPosition& position, std::u1
   if (offset == nowhere) {
     return {position.line, position.column};
   }
-  const std::size_t start = startOf(token, offset, name);
-  return positionAt(start == nowhere ? offset : start);
-}
-
-std::size_t TokenPositions::startOf(Token token, std::size_t offset, std::u16string_view name) {
   const std::u16string_view before(text.data(), offset);
-  switch (token) {
-    case Token::tag:
-      return startOfTag(offset);
-    case Token::insideTag:
-      return before.rfind(u'<');
-    case Token::attribute:
-      return startOfAttribute(offset, name);
-    case Token::text:
-      return startOfText(offset);
-    case Token::reference:
-      return before.ends_with(u';') ? before.rfind(u'&') : nowhere;
-    case Token::comment:
-      return before.ends_with(u'>') ? before.rfind(u"<!--") : nowhere;
-  }
-  return nowhere;
+  const std::size_t start = token == Token::tag         ? startOfTag(offset)
+                            : token == Token::attribute ? startOfAttribute(offset, name)
+                            : token == Token::text      ? startOfText(offset)
+                            : token == Token::insideTag ? before.rfind(u'<')
+                            : token == Token::reference ? startBefore(before, u';', u"&")
+                                                        : startBefore(before, u'>', u"<!--");
+  return positionAt(start == nowhere ? offset : start);
 }
 
 // No value of an attribute contains a '<'.
 std::size_t TokenPositions::startOfTag(std::size_t end) {
   if (end != lastTagEnd) {
-    const std::u16string_view before(text.data(), end);
     lastTagEnd = end;
-    lastTagStart = before.ends_with(u'>') ? before.rfind(u'<') : nowhere;
+    lastTagStart = startBefore({text.data(), end}, u'>', u"<");
     lastTagAttributes.clear();
   }
   return lastTagStart;

@@ -84,7 +84,6 @@ class TokenPositions {
   bool endsLine(std::size_t offset) const;
   std::size_t offsetOf(const ParserPosition& position);
   Position positionAt(std::size_t offset) const;
-  std::size_t startOf(Token token, std::size_t offset, std::u16string_view name);
   std::size_t startOfTag(std::size_t end);
   std::size_t startOfAttribute(std::size_t tagEnd, std::u16string_view name);
   std::size_t startOfText(std::size_t offset);

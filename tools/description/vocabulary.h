@@ -1,7 +1,6 @@
 // The elements and attributes of both kinds of descriptions, read from the schemas in share/.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>

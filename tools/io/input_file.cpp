@@ -52,17 +52,14 @@ InputFile::InputFile(const std::string& name)
   if (name == "-" && std::exchange(standardInputIsTaken, true)) {
     throw Failure("the standard input can be read only once");
   }
-  if (isCopied) {
-    const Descriptor input(name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
-    copy(input.get());
+  if (!isCopied) {
+    return;
   }
-}
-
-void InputFile::copy(int input) {
+  const Descriptor input(name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
   std::vector<char> buffer(std::size_t{1} << 16U);
   std::uint64_t size = 0;
   for (ssize_t got = 1; got != 0 && size < tooLarge; size += static_cast<std::uint64_t>(got)) {
-    got = read(input, buffer.data(), buffer.size());
+    got = read(input.get(), buffer.data(), buffer.size());
     if (got < 0 || !writeAll(memory.get(), {buffer.data(), static_cast<std::size_t>(got)})) {
       throw Failure::ofSystem(notRead);
     }

@@ -21,8 +21,6 @@ class InputFile {
   const char* path() const { return openable.c_str(); }
 
  private:
-  void copy(int input);
-
   std::string openable;
   bool isCopied;
   Descriptor memory;
