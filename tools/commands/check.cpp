@@ -60,16 +60,6 @@ static void checkType(Description& description) {
   }
 }
 
-// A file that was not read has no kind.
-static void printJson(const Description& description) {
-  JsonWriter json(description.file);
-  if (description.fileSize() != 0) {
-    json.key("kind").text(description.isManifest() ? "manifest" : "project");
-  }
-  json.key("findings");
-  description.writeFindings(json);
-}
-
 static void print(const Finding& finding, const Description& description, bool isColored) {
   const auto in = [&](const char* color, const std::string& text) {
     return isColored ? "\033[" + std::string(color) + 'm' + text + "\033[m" : text;
@@ -78,6 +68,10 @@ static void print(const Finding& finding, const Description& description, bool i
   std::cout << in("1", escapeForTerminal(description.placeOf(finding.position)) + ':') << ' '
             << in(error ? "1;31" : "1;35", error ? "error:" : "warning:") << ' ' << escapeForTerminal(finding.text)
             << " [" << nameOf(finding.rule) << "]\n";
+}
+
+static std::string colorError(const std::string& when) {
+  return when == "auto" || when == "always" || when == "never" ? "" : inQuotes(when) + " is not auto, always or never";
 }
 
 // Colors are for a terminal, unless the environment forbids them.
@@ -105,7 +99,12 @@ static ExitStatus check(const Options& options) {
     }
     description.finishFindings();
     if (options.json) {
-      printJson(description);
+      JsonWriter json(file);
+      if (description.fileSize() != 0) {  // else it was not read, and has no kind
+        json.key("kind").text(description.isManifest() ? "manifest" : "project");
+      }
+      json.key("findings");
+      description.writeFindings(json);
     } else {
       for (const Finding& finding : description.findings) {
         print(finding, description, inColors);
@@ -124,8 +123,8 @@ void addCheck(CommandLine& line) {
       .options("--ignore", &Options::ignored, "RULE", "Do not warn by this rule; may be given several times",
                ignoreError)
       .flag("--errors-only", &Options::errorsOnly, "Report errors only")
-      .choice("--color", &Options::color, "WHEN", {"auto", "always", "never"},
-              "Color severities and positions; auto is on a terminal");
+      .option("--color", &Options::color, "WHEN", "Color the output: auto (on a terminal), always or never",
+              colorError);
 }
 
 }  // namespace tool

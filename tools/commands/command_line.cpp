@@ -53,12 +53,6 @@ Command& Command::options(const char* name, std::vector<std::string> Options::*v
   return *this;
 }
 
-Command& Command::choice(const char* name, std::string Options::*value, const char* placeholder,
-                         const std::vector<std::string>& choices, const char* text) {
-  app->add_option(name, given->*value, text)->type_name(placeholder)->check(CLI::IsMember(choices));
-  return *this;
-}
-
 Command& Command::json() { return flag("--json", &Options::json, "Print one JSON object for each file, on a line"); }
 
 Command& Command::force() { return flag("--force", &Options::force, "Replace what exists"); }

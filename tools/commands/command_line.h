@@ -44,8 +44,6 @@ class Command {
   // May be given several times.
   Command& options(const char* name, std::vector<std::string> Options::*values, const char* placeholder,
                    const char* text, ValidationError* validationError);
-  Command& choice(const char* name, std::string Options::*value, const char* placeholder,
-                  const std::vector<std::string>& choices, const char* text);
   Command& json();
   Command& force();
   Command& output();

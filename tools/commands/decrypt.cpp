@@ -18,7 +18,7 @@ static ExitStatus decryptFile(const Options& options) {
     if (!decrypt(file, passphrase, plaintext)) {
       return fileFailed;
     }
-    SafeOutput output(target, forOwner, options.force);
+    SafeOutput output(target, options.force, forOwner);
     output.write({plaintext.data, plaintext.length});
     output.commit();
     return allGood;

@@ -19,7 +19,6 @@
 namespace tool {
 
 static ExitStatus encrypt(const std::string& file, const std::string& target, bool force, Passphrase& passphrase) {
-  constexpr mode_t forAll = 0666;
   SecretByteArray plaintext;
   SecretByteArray passphraseBytes(passphrase.text());
   KIVByteArray ciphertext;
@@ -31,7 +30,7 @@ static ExitStatus encrypt(const std::string& file, const std::string& target, bo
   if (!encrypted) {
     return report(file, "cannot be encrypted", diagnostics);
   }
-  SafeOutput output(target, forAll, force);
+  SafeOutput output(target, force);
   output.write({ciphertext.data, ciphertext.length});
   ciphertext.clear();
   SecretByteArray again;

@@ -44,14 +44,6 @@ static void addEntries(jexxml::NoxMaster& tree, const Add& add) {
   }
 }
 
-template <typename Tree>
-static void build(Description& description, const Add& add) {
-  Tree tree;
-  if (!description.hasErrors() && description.build(tree)) {
-    addEntries(tree, add);
-  }
-}
-
 // Calls `link` with each two consecutive entries of equal keys, among those that `isWanted`.
 static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
   std::vector<Entry*> ordered;
@@ -82,7 +74,12 @@ std::vector<Entry> entriesOf(Description& description) {
     }
     entries.push_back({&description.elements[i], kind, std::move(key), std::move(value)});
   };
-  description.isManifest() ? build<jexxml::KivMaster>(description, add) : build<jexxml::NoxMaster>(description, add);
+  const auto build = [&](auto tree) {
+    if (!description.hasErrors() && description.build(tree)) {
+      addEntries(tree, add);
+    }
+  };
+  description.isManifest() ? build(jexxml::KivMaster()) : build(jexxml::NoxMaster());
   std::ranges::stable_sort(entries, {}, &Entry::element);
   linkEqual(
       entries, [](const Entry& entry) { return entry.kind != Kind::searchPath; },

@@ -83,7 +83,7 @@ void requireReplaceable(const std::string& file, bool force) {
   }
 }
 
-SafeOutput::SafeOutput(const std::string& file, mode_t mode, bool replace)
+SafeOutput::SafeOutput(const std::string& file, bool replace, mode_t mode)
     : name(file == "-" ? "standard output" : file), target(resolveSymlinks(file)), mayReplace(replace) {
   if (file == "-") {
     output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);

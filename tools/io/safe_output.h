@@ -15,7 +15,7 @@ class SafeOutput {
  public:
   // A new file has `mode`, less the umask; an existing one keeps its mode. Unless `replace`, commit() fails if it
   // exists.
-  SafeOutput(const std::string& file, mode_t mode, bool replace = true);
+  explicit SafeOutput(const std::string& file, bool replace = true, mode_t mode = 0666);
   SafeOutput(const SafeOutput&) = delete;
   SafeOutput& operator=(const SafeOutput&) = delete;
   ~SafeOutput();

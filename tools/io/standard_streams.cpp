@@ -81,8 +81,7 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
   if (looksLikeDescription(file)) {
     throw Failure("is XML, which this command does not replace", file);
   }
-  constexpr mode_t forAll = 0666;
-  SafeOutput output(file, forAll);
+  SafeOutput output(file);
   const PrintedOutput printed(file, output.descriptor());
   const ExitStatus status = command();
   if (std::cout.good()) {
