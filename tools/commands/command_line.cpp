@@ -42,8 +42,11 @@ Command& Command::file(const char* name, const char* text) {
   return *this;
 }
 
-Command& Command::flag(const char* name, bool Options::*value, const char* text) {
-  app->add_flag(name, given->*value, text);
+Command& Command::flag(const char* name, bool Options::*value, const char* text, const char* excluded) {
+  CLI::Option* added = app->add_flag(name, given->*value, text);
+  if (excluded != nullptr) {
+    added->excludes(app->get_option(excluded));
+  }
   return *this;
 }
 
@@ -65,11 +68,6 @@ Command& Command::output() {
 Command& Command::passphraseFile() {
   return option("--passphrase-file", &Options::passphraseFile, "F",
                 "Take the passphrase from the first line of this file; - is the standard input");
-}
-
-Command& Command::excludes(const char* name, const char* other) {
-  app->get_option(name)->excludes(app->get_option(other));
-  return *this;
 }
 
 CommandLine::CommandLine()

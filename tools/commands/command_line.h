@@ -38,7 +38,7 @@ class Command {
   Command& files();
   Command& file(const char* name, const char* text);  // required; one of `files`
   Command& argument(const char* name, std::string Options::*value, const char* text);
-  Command& flag(const char* name, bool Options::*value, const char* text);
+  Command& flag(const char* name, bool Options::*value, const char* text, const char* excluded = nullptr);
   Command& option(const char* name, std::string Options::*value, const char* placeholder, const char* text,
                   ValidationError* validationError = nullptr);
   // May be given several times.
@@ -48,7 +48,6 @@ class Command {
   Command& force();
   Command& output();
   Command& passphraseFile();
-  Command& excludes(const char* name, const char* other);
 
  private:
   CLI::App* app;

@@ -5,8 +5,7 @@
 namespace tool {
 
 void addLoadOptions(Command command) {
-  command.files().output().json().flag("--tree", &Options::tree, "Print the tree of elements");
-  command.excludes("--json", "--tree");
+  command.files().output().json().flag("--tree", &Options::tree, "Print the tree of elements", "--json");
 }
 
 std::string headingOf(const Options& options, const Description& description) {

@@ -13,7 +13,7 @@ namespace tool {
 
 // Returns the paragraph of the rule in docs/mistakes.md.
 static std::string_view paragraphOf(Rule rule) {
-  const std::string start = std::string("\n**") + nameOf(rule) + "**: ";
+  const std::string start = "\n**" + std::string(nameOf(rule)) + "**: ";
   const std::string_view text = std::string_view(mistakesText);
   const std::size_t begin = text.find(start) + start.size();
   return text.substr(begin, text.find("\n\n", begin) - begin);
@@ -29,9 +29,8 @@ static std::string firstSentence(std::string_view paragraph) {
 static ExitStatus printRules(const Options& options) {
   if (!options.key.empty()) {
     std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';
-    return finishOutput(allGood);
   }
-  for (std::size_t i = 0; i < Rules().size(); ++i) {
+  for (std::size_t i = 0; options.key.empty() && i < Rules().size(); ++i) {
     const auto rule = static_cast<Rule>(i);
     std::cout << std::left << std::setw(19) << nameOf(rule) << (isError(rule) ? "error    " : "warning  ")
               << firstSentence(paragraphOf(rule)) << '\n';

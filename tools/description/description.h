@@ -13,8 +13,6 @@
 
 #include <qzjexxml/kiv_byte_array.h>
 
-#include <xercesc/dom/DOMNode.hpp>
-
 #include <cstddef>
 #include <memory>
 #include <optional>

@@ -7,19 +7,19 @@
 
 namespace tool {
 
-constexpr std::array<const char*, static_cast<std::size_t>(Rule::count)> names = {
+constexpr std::array<std::string_view, static_cast<std::size_t>(Rule::count)> names = {
     "unreadable",      "bad-byte",        "not-well-formed",    "not-valid",         "over-limit",
     "not-loadable",    "unknown-element", "entity-element",     "unknown-attribute", "missing-attribute",
     "empty-attribute", "ignored-text",    "overridden-entry",   "shared-target",     "stray-target",
     "relative-path",   "wrong-type",      "unused-suppression", "more-warnings",
 };
 
-const char* nameOf(Rule rule) { return names.at(static_cast<std::size_t>(rule)); }
+std::string_view nameOf(Rule rule) { return names.at(static_cast<std::size_t>(rule)); }
 
 bool isError(Rule rule) { return rule <= Rule::notLoadable; }
 
 std::optional<Rule> ruleNamed(std::string_view name) {
-  const auto* found = std::ranges::find(names, name, [](const char* other) { return std::string_view(other); });
+  const auto* found = std::ranges::find(names, name);
   return found == names.end() ? std::nullopt : std::optional(static_cast<Rule>(found - names.begin()));
 }
 

@@ -35,7 +35,7 @@ enum class Rule : std::uint8_t {
 
 using Rules = std::bitset<static_cast<std::size_t>(Rule::count)>;
 
-const char* nameOf(Rule rule);
+std::string_view nameOf(Rule rule);
 
 // An error keeps the description from loading. All other rules are warnings, which can be suppressed.
 bool isError(Rule rule);

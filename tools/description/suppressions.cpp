@@ -35,11 +35,13 @@ SuppressionGroup Suppressions::takePending() {
 
 bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   const auto bit = static_cast<std::size_t>(rule);
-  const auto isSilencedBy = [bit](Group& silencing) {
-    silencing.used.set(bit, silencing.rules.test(bit));
-    return silencing.rules.test(bit);
-  };
-  return isSilencedBy(groups[group]) || isSilencedBy(groups[wholeFile]);
+  for (Group* applied : {&groups[group], &groups[wholeFile]}) {
+    if (applied->rules.test(bit)) {
+      applied->used.set(bit);
+      return true;
+    }
+  }
+  return false;
 }
 
 std::vector<std::pair<ParserPosition, std::string>> Suppressions::unused() const {

@@ -72,11 +72,9 @@ bool TokenPositions::decodeBlock() {
 
 bool TokenPositions::endsLine(std::size_t offset) const {
   const char16_t unit = text[offset];
-  if (unit == u'\r') {
-    const char16_t next = offset + 1 < text.size() ? text[offset + 1] : u' ';
-    return next != u'\n' && !(hasMoreLineEnds && next == u'\u0085');
-  }
-  return unit == u'\n' || (hasMoreLineEnds && (unit == u'\u0085' || unit == u'\u2028'));
+  const char16_t next = offset + 1 < text.size() ? text[offset + 1] : u' ';
+  return unit == u'\n' || (hasMoreLineEnds && (unit == u'\u0085' || unit == u'\u2028')) ||
+         (unit == u'\r' && next != u'\n' && !(hasMoreLineEnds && next == u'\u0085'));
 }
 
 // Decodes the code unit at the position, too.
