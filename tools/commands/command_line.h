@@ -57,8 +57,6 @@ class Command {
 class CommandLine {
  public:
   CommandLine();
-  CommandLine(const CommandLine&) = delete;
-  CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
   // `example` is an example of its arguments.

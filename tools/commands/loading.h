@@ -34,6 +34,7 @@ ExitStatus printEach(const Options& options, bool (*dump)(Tree& tree),
       return reportUnloadable(options, description);
     }
     if (options.tree) {
+      warnOfOtherKind(description, std::is_same_v<Tree, jexxml::KivMaster>);
       std::cout << headingOf(options, description) << diagnosticsOf([&] { dump(tree); }).substr(1) << '\n';
     } else {
       print(options, description, tree);

@@ -62,8 +62,6 @@ class Description {
   // Reads and parses the file as a load does, and adds findings, except warnings of the ignored rules. Throws
   // std::bad_alloc. REQUIRES: Xerces-C is started while this object lives.
   explicit Description(std::string name, const Rules& ignored = Rules().set());
-  Description(const Description&) = delete;
-  Description& operator=(const Description&) = delete;
   ~Description();
 
   // Adds a warning, unless it is suppressed, or the thousand-and-first; `textOf` returns its text.

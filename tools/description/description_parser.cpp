@@ -69,8 +69,7 @@ DescriptionParser::DescriptionParser(Description& described)
   setErrorHandler(this);
 }
 
-void DescriptionParser::XMLDecl(const XMLCh* const version, const XMLCh* const /*encoding*/,
-                                const XMLCh* const /*standalone*/, const XMLCh* const actualEncoding) {
+void DescriptionParser::XMLDecl(const XMLCh* version, const XMLCh*, const XMLCh*, const XMLCh* actualEncoding) {
   description.positions.setDeclaration(actualEncoding, XMLString::equals(version, u"1.1"));
 }
 

@@ -19,8 +19,7 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
  public:
   explicit DescriptionParser(Description& described);
 
-  void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
-               const XMLCh* actualEncoding) override;
+  void XMLDecl(const XMLCh* version, const XMLCh*, const XMLCh*, const XMLCh* actualEncoding) override;
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,

@@ -51,7 +51,10 @@ bool TokenPositions::decode(std::size_t wanted) {
 // Decodes character by character up to bytes that cannot be decoded. Returns false at the end. The last code unit of a
 // block is indexed with the next block, since only that tells whether it ends a line.
 bool TokenPositions::decodeBlock() {
-  if (!isDecoded && (decodedBytes == file.length || !decode(blockLength))) {
+  if (isDecoded) {
+    return false;
+  }
+  if (decodedBytes == file.length || !decode(blockLength)) {
     while (decodedBytes < file.length && (decode(1) || decode(2))) {
     }
     isDecoded = true;
@@ -67,7 +70,7 @@ bool TokenPositions::decodeBlock() {
       lowSurrogates.push_back(indexed);
     }
   }
-  return !isDecoded;
+  return true;
 }
 
 bool TokenPositions::endsLine(std::size_t offset) const {
