@@ -10,7 +10,6 @@
 #include <sstream>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -147,17 +146,14 @@ std::size_t slotOf(Function function) {
 }
 
 TEST(ReaderClass, HasItsFunctionsInTheOrderOfTheContract) {
-  using R = KIVFileReader;  // whose destructor has the first two slots
-  const std::vector<std::size_t> slots = {slotOf(&R::transformName),
-                                          slotOf(&R::doRead),
-                                          slotOf(&R::read),
-                                          slotOf<KIVByteArray& (R::*)()>(&R::readAll),
-                                          slotOf<KIVByteArray& (R::*)(KIVReadParam)>(&R::readAll),
-                                          slotOf(&R::hasMore),
-                                          slotOf(&R::lastError),
-                                          slotOf(&R::isOk),
-                                          slotOf(&R::streamStatus)};
-  EXPECT_EQ(slots, (std::vector<std::size_t>{2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  using R = KIVFileReader;
+  std::size_t next = 2;  // the destructor has the first two slots
+  for (const std::size_t slot :
+       {slotOf(&R::transformName), slotOf(&R::doRead), slotOf(&R::read), slotOf<KIVByteArray& (R::*)()>(&R::readAll),
+        slotOf<KIVByteArray& (R::*)(KIVReadParam)>(&R::readAll), slotOf(&R::hasMore), slotOf(&R::lastError),
+        slotOf(&R::isOk), slotOf(&R::streamStatus)}) {
+    EXPECT_EQ(slot, next++);
+  }
 }
 
 }  // namespace
