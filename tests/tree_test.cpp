@@ -1,19 +1,78 @@
-// The diagnostic dumps, and through them what the trees hold.
+// The trees: walking a document, attributes, and the dumps, which show what the trees hold.
 #include "description/vocabulary.h"
+#include "document/parse_document.h"
 #include "manifest/kiv_dump.h"
 #include "project/nox_dump.h"
 #include "support/captured_stderr.h"
-#include "support/parsed_document.h"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
-#include <cstddef>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace jexxml {
 namespace {
+
+class Tree : public testing::Test {
+ protected:
+  void SetUp() override { xercesc::XMLPlatformUtils::Initialize(); }
+  void TearDown() override {
+    gParser.reset();
+    gErrorReporter.reset();
+    xercesc::XMLPlatformUtils::Terminate();
+  }
+
+  static xercesc::MemBufInputSource sourceOf(const std::string& text) {
+    return {reinterpret_cast<const XMLByte*>(text.data()), text.size(), "JexXml"};
+  }
+
+  // The document as a load parses it; it is valid until the next one.
+  static DOMNode* parse(const std::string& text) {
+    gParser.reset();
+    return parseDocument(sourceOf(text), text.size());
+  }
+
+  CapturedStderr captured;
+};
+
+TEST_F(Tree, FindsAndCountsElementsByName) {
+  const std::string text =
+      "<r>data<data/><!--data--><?data p?><Data/><x:data xmlns:x='x'/><data><data/></data><o/></r>";
+  xercesc::XercesDOMParser parser;  // whose document has nodes of all kinds
+  parser.parse(sourceOf(text));
+  DOMNode* root = parser.getDocument()->getFirstChild();
+  EXPECT_EQ(CountDirectChildrenWithThisName(root, "data"), 2);
+  DOMNode* first = GetFirstChildWithThisName(root, "data");
+  DOMNode* second = GetNextSiblingWithThisName(first, "data");
+  ASSERT_NE(second, nullptr);
+  EXPECT_TRUE(second->hasChildNodes());
+  EXPECT_EQ(GetNextSiblingWithThisName(second, "data"), nullptr);
+  EXPECT_EQ(GetFirstChildWithThisName(first, "data"), nullptr);
+  EXPECT_EQ(GetFirstChildWithThisName(root, "dat"), nullptr);
+  EXPECT_EQ(CountDirectChildrenWithThisName(root, "x:data"), 1);
+  EXPECT_EQ(CountAllChildElements(root), 7);
+  EXPECT_EQ(CountAllChildElements(root->getFirstChild()), 0);
+}
+
+TEST_F(Tree, TellsAbsentAttributesFromEmptyOnes) {
+  DOMNode* root = firstElementChild(*parse("<r path='p' name=''><data/></r>"));
+  const XmlCommonStrings strings;
+  NodeAttribute present(root, strings.get("path"));
+  NodeAttribute empty(root, strings.get("name"));
+  NodeAttribute absent(root, strings.get("date"));
+  for (NodeAttribute* attribute : {&present, &empty, &absent}) {
+    attribute->fetch();
+  }
+  EXPECT_EQ(present.getText() + empty.getText() + absent.getText(), "p");
+  EXPECT_TRUE(absent.missing && !empty.missing && !present.missing);
+  EXPECT_TRUE(absent.nodeType == 0 && empty.nodeType == DOMNode::ATTRIBUTE_NODE && *empty.nodeName == u'n');
+  ChildNodeList<KivVpDataNode> list("data");
+  EXPECT_TRUE(list.build(root, &strings) && list.at(0) != nullptr && list.at(1) == nullptr && list.at(-1) == nullptr);
+  EXPECT_EQ(captured.take(), "");
+}
 
 // Every kind of element, out of order, among what is to be skipped.
 constexpr const char* project = R"(<any type="t">
@@ -87,71 +146,52 @@ constexpr const char* manifestDump = R"(
 #kiv: application=
 =======================================================)";
 
-TEST(Dump, ShowsTheProjectInTheOrderOfItsSchema) {
-  CapturedStderr captured;
-  const ParsedDocument parsed(project);
-  NoxMaster master{parsed.document, nullptr};
-  EXPECT_TRUE(buildNoxMaster(master));
-  EXPECT_EQ(master.root->type.getText(), "t");
-  EXPECT_EQ(captured.take(), "");
-  EXPECT_TRUE(dumpNoxMaster(master) && dumpNoxMaster(master));
-  EXPECT_EQ(captured.take(), std::string(projectDump) + projectDump);
+TEST_F(Tree, IsDumpedInTheOrderOfItsSchema) {
+  const auto expectDump = [this](const char* document, auto master, auto build, auto dump, const std::string& text) {
+    master.document = parse(document);
+    EXPECT_TRUE(build(master));
+    EXPECT_EQ(captured.take(), "");
+    EXPECT_TRUE(dump(master) && dump(master));
+    EXPECT_EQ(captured.take(), text + text);
+  };
+  expectDump(project, NoxMaster(), buildNoxMaster, dumpNoxMaster, projectDump);
+  expectDump(manifest, KivMaster(), buildKivMaster, dumpKivMaster, manifestDump);
 }
 
-TEST(Dump, ShowsTheManifestInTheOrderOfItsSchema) {
-  CapturedStderr captured;
-  const ParsedDocument parsed(manifest);
-  KivMaster master{parsed.document, nullptr};
-  EXPECT_TRUE(buildKivMaster(master));
-  EXPECT_EQ(captured.take(), "");
-  EXPECT_TRUE(master.root->kivNodeList.at(2) == nullptr && master.root->kivNodeList.at(-1) == nullptr);
-  EXPECT_TRUE(dumpKivMaster(master) && dumpKivMaster(master));
-  EXPECT_EQ(captured.take(), std::string(manifestDump) + manifestDump);
-}
-
-// The element with all that the schema declares in it, and a value of its own in every attribute. Notes the size of a
-// node with such members, then of those below it.
-std::string documentOf(const tool::ElementKind& kind, std::vector<std::string>& values,
-                       std::vector<std::size_t>& sizes) {
-  sizes.push_back(sizeof(NoxXmlNodeInterface) + kind.attributes.size() * sizeof(NodeAttribute) +
-                  kind.children.size() * sizeof(ChildNodeList<KivNode>));
+// The element with all children that the schema declares. Every attribute that it declares has a value of its own,
+// which is appended to `values`; every other name of the vocabularies is an attribute with the value "undeclared".
+std::string documentOf(const tool::ElementKind& kind, std::vector<std::string>& values) {
   std::string element = "<" + kind.name;
   for (const auto& attribute : kind.attributes) {
-    values.push_back("=v" + std::to_string(values.size() + 100));
-    element += " " + attribute.name + "='" + values.back().substr(1) + "'";
+    values.push_back("v" + std::to_string(values.size() + 100));
+    element += " " + attribute.name + "='" + values.back() + "'";
+  }
+  for (const std::string name : xmlNames) {
+    element += kind.attribute(std::u16string(name.begin(), name.end())) == nullptr ? " " + name + "='undeclared'" : "";
   }
   element += ">";
   for (const auto& child : kind.children) {
-    element += documentOf(child, values, sizes);
+    element += documentOf(child, values);
   }
   return element + "</" + kind.name + ">";
 }
 
-// The node classes, in the order of the schema, have a member for each attribute and each kind of child that it
-// declares, and no other; the dump shows each attribute but those of the root element.
-template <typename Root, typename... Nodes>
-void expectAllDumped(const tool::ElementKind& kind, bool (*dump)(DocumentTree<Root>&)) {
-  CapturedStderr captured;
-  std::vector<std::string> values;
-  std::vector<std::size_t> sizes;
-  const ParsedDocument parsed(documentOf(kind, values, sizes));
-  EXPECT_EQ((std::vector{sizeof(Root), sizeof(Nodes)...}), sizes);
-  DocumentTree<Root> master{parsed.document, nullptr};
-  EXPECT_TRUE(buildTree(master) && dump(master));
-  const std::string text = captured.take();
-  for (const std::string& value : std::span(values).subspan(kind.attributes.size())) {
-    EXPECT_NE(text.find(value), std::string::npos) << value << " is missing in " << text;
-  }
-}
-
-TEST(Dump, HasWhatTheSchemasDeclare) {
-  xercesc::XMLPlatformUtils::Initialize();
-  expectAllDumped<KivRootNode, KivNode, KivRmNode, KivRmDataNode, KivFmNode, KivFmRootNode, KivFmDataNode, KivVpNode,
-                  KivVpDataNode>(tool::manifestVocabulary(), dumpKivMaster);
-  expectAllDumped<NoxRootNode, NoxDependencyNode, NoxDirectoryNode, NoxDataNode, NoxDevelopmentNode, NoxRmNode,
-                  NoxRmDataNode, NoxApNode, NoxApDataNode, NoxSecNode, NoxExcludeNode, NoxSecDataNode,
-                  NoxDeploymentNode, NoxPmNode, NoxPmDataNode>(tool::projectVocabulary(), dumpNoxMaster);
-  xercesc::XMLPlatformUtils::Terminate();
+// The dump shows all attributes but those of the root element.
+TEST_F(Tree, HasTheAttributesThatItsSchemaDeclares) {
+  const auto expectSchema = [this](const tool::ElementKind& kind, auto master, auto dump) {
+    std::vector<std::string> values;
+    master.document = parse(documentOf(kind, values));
+    EXPECT_TRUE(buildTree(master) && dump(master));
+    auto& root = *master.root;
+    const std::string text =
+        captured.take() + root.type.getText() + root.version.getText() + root.date.getText() + root.name.getText();
+    for (const std::string& value : values) {
+      EXPECT_NE(text.find(value), std::string::npos) << value << " is missing in " << text;
+    }
+    EXPECT_EQ(text.find("undeclared"), std::string::npos) << text;
+  };
+  expectSchema(tool::manifestVocabulary(), KivMaster(), dumpKivMaster);
+  expectSchema(tool::projectVocabulary(), NoxMaster(), dumpNoxMaster);
 }
 
 }  // namespace
