@@ -1,4 +1,4 @@
-// QZJEXXML_EXPORT: marks what a shared library lets others see.
+// QZJEXXML_EXPORT: makes a class, function or variable visible outside the shared library.
 #ifndef QZJEXXML_EXPORT_H
 #define QZJEXXML_EXPORT_H
 

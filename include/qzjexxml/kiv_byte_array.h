@@ -1,8 +1,8 @@
-// KIVByteArray: an owned block of raw bytes with a length. It carries whole files between the file
-// functions, the XML parser and the crypto library.
+// KIVByteArray: a block of raw bytes and its length. It carries whole files between the file functions, Xerces-C and
+// the crypto library.
 //
-// The crypto library reads and fills the same objects, so the order of the fields and of the virtual
-// functions and the rule by which blocks are freed are a binary contract. All of the class is inline.
+// The crypto library reads and fills the same objects. Therefore three things are a binary contract: the order of the
+// fields, the order of the virtual functions, and how blocks are freed. The class is inline.
 #ifndef QZJEXXML_KIV_BYTE_ARRAY_H
 #define QZJEXXML_KIV_BYTE_ARRAY_H
 
@@ -12,12 +12,12 @@
 #include <cstdint>
 #include <cstring>
 
-// A record of 20 bytes on 32-bit x86. An array of length 0 holds no block: its `data` is null.
+// The object takes 20 bytes on 32-bit x86. An array of length 0 holds no block: its `data` is null.
 //
-// Blocks are allocated with new[] and freed with delete[]. An array frees its block only when `owns` is set:
-// who stores a block here allocates it with new[] of the same C++ runtime, or clears `owns`.
+// Blocks are allocated with new[] and freed with delete[]. An array frees its block only if `owns` is true. Code that
+// stores a block in `data` allocates it with new[] of the same C++ runtime, or sets `owns` to false.
 //
-// Not synchronised. Functions that allocate throw std::bad_alloc and then leave *this as it was.
+// Not synchronised. Functions that allocate throw std::bad_alloc when out of memory, and leave *this unchanged.
 class QZJEXXML_EXPORT KIVByteArray {
  public:
   KIVByteArray() = default;
@@ -31,13 +31,13 @@ class QZJEXXML_EXPORT KIVByteArray {
     }
   }
 
-  // A deep copy: it owns its block, also where the other does not.
+  // A deep copy. It owns its block, even if the other array does not own the original.
   KIVByteArray(const KIVByteArray& other) : KIVByteArray(other.data, other.holdsData() ? other.length : 0) {}
 
-  // Takes over the other's block, with its ownership; the other is empty afterwards.
+  // Takes the block and its ownership from the other array, which is empty afterwards.
   KIVByteArray(KIVByteArray&& other) noexcept { take(other); }
 
-  // Frees the block held before. Assigning an empty array empties the target.
+  // Frees the block that this array owned. Assigning an empty array makes this array empty.
   KIVByteArray& operator=(const KIVByteArray& other) {
     if (this != &other) {
       *this = KIVByteArray(other);
@@ -65,7 +65,7 @@ class QZJEXXML_EXPORT KIVByteArray {
   char* data = nullptr;
   std::uint32_t length = 0;    // bytes in the block; no terminating NUL is stored or counted
   std::uint32_t reserved = 0;  // part of the layout, not used by this library
-  bool owns = true;            // the array frees the block itself
+  bool owns = true;            // the array frees the block
 
  private:
   bool holdsData() const { return data != nullptr && length != 0; }

@@ -1,11 +1,11 @@
 // KIVData: the record of one archive manifest, and the types of its members.
 //
-// The record is built from std::map, std::vector and std::string, so a consumer uses the same compiler
-// and standard library as this library, in the same modes. The places of the fields are a binary contract.
+// The record contains std::map, std::vector and std::string. A program therefore has to be built with the same compiler
+// and standard library as this library, in the same modes. The offsets of the fields are a binary contract.
 //
-// Fields may be appended to KIVData: only InitKIVData creates the records that TermKIVData destroys, so no program
-// depends on its size. CStringHolder and FileMapEntry keep their sizes, which every program depends on that copies or
-// changes a file map.
+// Later releases may append fields to KIVData: only InitKIVData creates records and only TermKIVData destroys them, so
+// no program depends on the size of KIVData. CStringHolder and FileMapEntry never change their sizes: programs that
+// copy or modify a file map depend on them.
 #ifndef QZJEXXML_KIV_DATA_H
 #define QZJEXXML_KIV_DATA_H
 
@@ -15,7 +15,8 @@
 #include <string>
 #include <vector>
 
-// These modes of libstdc++ change the layout of containers and strings. A program in one of them would link, and crash.
+// These modes of libstdc++ change the layout of containers and strings. A program built in one of them would link, but
+// crash.
 #if defined(_GLIBCXX_DEBUG)
 #error "libqzjexxml is built without _GLIBCXX_DEBUG: its record has containers of another layout"
 #endif
@@ -28,7 +29,7 @@ class CStringHolder {
  public:
   CStringHolder() = default;
 
-  // A copy of an owned text has a block of its own; a text that is not owned is shared.
+  // Copies an owned text into a block of its own. A text that is not owned is shared.
   CStringHolder(const CStringHolder& other) : isDefault(other.isDefault) { set(other.str, other.owned); }
   CStringHolder& operator=(const CStringHolder& other) {
     if (this != &other) {
@@ -40,9 +41,9 @@ class CStringHolder {
 
   ~CStringHolder() { freeText(); }
 
-  // Replaces the text held. `text` may be null; it is copied into a block from new[] when `copy` is true, else only
-  // the pointer is stored, and the text must outlive its use. Does not change `isDefault`. Throws std::bad_alloc,
-  // and then leaves the holder as it was.
+  // Replaces the text. If `copy` is true, copies `text` into a block from new[]; otherwise stores only the pointer, and
+  // the text must stay valid while it is used. `text` may be null. Does not change `isDefault`. Throws std::bad_alloc
+  // when out of memory, and leaves the holder unchanged.
   void set(const char* text, bool copy) {
     char* held = const_cast<char*>(text);
     if (copy && text != nullptr) {
@@ -67,20 +68,21 @@ class CStringHolder {
   }
 };
 
-// Where one file of the file map is restored.
+// The destination of one file of the file map.
 struct FileMapEntry {
-  CStringHolder holder;  // null text in every entry of a loaded record
+  CStringHolder holder;  // its text is null in every entry of a loaded record
   std::string target;    // directory (or its rename) + "/" + file name (or its rename)
 };
 
-// The content of one archive manifest. All texts are in the local code page and stand as composed:
-// nothing is trimmed or normalised. Of entries with the same key the document's last one counts.
+// The content of one archive manifest. All texts are in the locale encoding. They are composed from the attributes as
+// they are: nothing is trimmed or normalised. If several entries have the same key, the record has the last one in the
+// document.
 struct KIVData {
   // Source path (root path + "/" + directory + "/" + file name) to destination.
   std::map<std::string, FileMapEntry> fileMap;
   // Root macro name to absolute path.
   std::map<std::string, std::string> rootMacros;
-  // Search path in document order, duplicates kept.
+  // Search path in document order, with duplicates.
   std::vector<std::string> varnixPath;
   // Always empty.
   std::vector<std::string> reservedStrings;

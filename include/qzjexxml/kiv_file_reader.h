@@ -1,7 +1,7 @@
-// Readers over an open file stream: KIVFileReader, which reads a file whole or piece by piece through
-// a transform that a subclass supplies, and KIVFileReaderWithoutTransform, which passes the bytes on.
+// Readers of an open file stream. KIVFileReader reads a whole file, or parts of it through a transform that a subclass
+// implements. KIVFileReaderWithoutTransform is the subclass that does not transform the bytes.
 //
-// The order of the fields and of the virtual functions is a binary contract. All of it is inline.
+// The order of the fields and of the virtual functions is a binary contract. All functions are inline.
 #ifndef QZJEXXML_KIV_FILE_READER_H
 #define QZJEXXML_KIV_FILE_READER_H
 
@@ -13,12 +13,12 @@
 #include <fstream>
 #include <utility>
 
-// The parameter of KIVFileReader::readAll, which the readers of this library ignore.
+// The parameter of KIVFileReader::readAll. The readers of this library ignore it.
 struct KIVReadParam {
   KIVReadParam() = default;
   KIVReadParam(const KIVReadParam&) = delete;
   KIVReadParam& operator=(const KIVReadParam&) = delete;
-  // Takes over the other's block, with its ownership; the other is as if default-constructed afterwards.
+  // Takes the block and its ownership from the other parameter, which is then as after default construction.
   KIVReadParam(KIVReadParam&& other) noexcept {
     std::swap(enabled, other.enabled);
     std::swap(block, other.block);
@@ -32,15 +32,15 @@ struct KIVReadParam {
 
   bool enabled = true;
   char* block = nullptr;   // from new[]
-  bool ownsBlock = false;  // `block` is freed with delete[] when the parameter dies
+  bool ownsBlock = false;  // the destructor frees `block` with delete[]
 };
 
-// Reads from a stream that its caller opened, in binary mode, and keeps alive as long as the reader:
-// the reader never opens, closes or deletes it. No operation prints anything; the only exception is
-// std::bad_alloc. One thread at a time.
+// Reads a stream that the caller opened in binary mode. The caller keeps the stream alive as long as the reader; the
+// reader never opens, closes or deletes it. The functions print nothing, and throw nothing but std::bad_alloc. Only one
+// thread at a time may use a reader.
 class QZJEXXML_EXPORT KIVFileReader {
  public:
-  // `file` may be null: such a reader has nothing to read.
+  // `file` may be null: then there is nothing to read.
   explicit KIVFileReader(std::ifstream* file) : stream(file), more(streamIsGood()) {}
   KIVFileReader(const KIVFileReader&) = delete;
   KIVFileReader& operator=(const KIVFileReader&) = delete;
@@ -49,9 +49,9 @@ class QZJEXXML_EXPORT KIVFileReader {
   // The name of the transform, never null.
   virtual const char* transformName() = 0;
 
-  // Reads up to `count` bytes through the transform into `buffer`. Returns how many were delivered,
-  // 0 at the end of the file, or -1 when the stream is null or failed. A `count` of 0 or less reads
-  // nothing: 0, or -1 as for other counts.
+  // Reads up to `count` bytes through the transform into `buffer`. Returns the number of bytes stored; 0 at the end of
+  // the file; -1 if the stream is null or failed. If `count` is 0 or less, stores nothing and returns 0, or -1 if the
+  // stream is null or failed.
   virtual int doRead(char* buffer, int count) = 0;
 
   // Resets the error code, then returns what doRead returns.
@@ -60,13 +60,12 @@ class QZJEXXML_EXPORT KIVFileReader {
     return doRead(buffer, count);
   }
 
-  // Reads the file's raw bytes, from its first to its last whatever the read position, which stays
-  // as it was. Returns an array inside the reader: it is valid until the next readAll or the
-  // reader's end, and may be moved from.
+  // Reads all bytes of the file, without the transform. Does not change the read position. Returns an array in the
+  // reader, which is valid until the next readAll or the end of the reader. The caller may move from it.
   //
-  // The array is empty when the stream is missing, closed, not good or cannot be sized (a pipe), when
-  // the file is empty or of 2 GiB or more, and when reading fails (a directory); it is never partly filled.
-  // Of a file that shrinks meanwhile it holds what was left.
+  // The array is empty if the stream is null, closed, not good, or has no size (a pipe); if the file is empty or has 2
+  // GiB or more; and if reading fails (a directory). A failed read never leaves part of the file in the array. If the
+  // file shrinks during the read, the array holds the bytes that are left.
   virtual KIVByteArray& readAll() {
     error = 0;
     return readAll(KIVReadParam());
@@ -92,16 +91,16 @@ class QZJEXXML_EXPORT KIVFileReader {
     return bytes;
   }
 
-  // False once a read has met the end of the file, and for a reader over a stream that was not good.
+  // False after a read has reached the end of the file, and if the stream was not good when the reader was created.
   virtual bool hasMore() { return more; }
 
-  // The error code of the last operation. The readers of this library never set another than 0, no error.
+  // The error code of the last operation. In the readers of this library it is always 0, which means no error.
   virtual int lastError() { return error; }
 
   virtual bool isOk() { return error == 0; }
 
-  // 0 for a good stream, -1000 for one that is null or has no open file, -1001 for one with any of
-  // the flags fail, bad and end of file.
+  // 0 if the stream is good; -1000 if it is null or has no open file; -1001 if one of failbit, badbit and eofbit is
+  // set.
   virtual int streamStatus() {
     if (stream == nullptr || !stream->is_open()) {
       return -1000;
@@ -120,8 +119,8 @@ class QZJEXXML_EXPORT KIVFileReader {
 
   bool streamIsGood() const { return stream != nullptr && stream->is_open() && stream->good(); }
 
-  // The next `size` bytes of the stream, or all up to the end of a file that has become shorter; none when
-  // reading fails, which leaves the stream's bad flag set unless not even the first byte can be read.
+  // Reads the next `size` bytes of the stream, or fewer if the file has become shorter. Returns an empty array if
+  // reading fails; badbit then stays set, unless even the first byte could not be read.
   KIVByteArray readBlock(std::uint32_t size) {
     KIVByteArray block;
     if (stream->peek() == std::ifstream::traits_type::eof()) {  // a directory, whose size may be 2 GiB
@@ -155,7 +154,7 @@ constexpr bool KIVFileReader::hasItsLayout() {
   return true;
 }
 
-// Delivers the file's bytes as they are.
+// Returns the bytes of the file unchanged.
 class QZJEXXML_EXPORT KIVFileReaderWithoutTransform : public KIVFileReader {
  public:
   explicit KIVFileReaderWithoutTransform(std::ifstream* file) : KIVFileReader(file) {}

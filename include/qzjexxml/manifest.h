@@ -1,16 +1,17 @@
-// The library for C++ programs: a record that frees itself, and failures as exceptions that carry the diagnostics,
-// which the functions of qzjexxml.h only write to std::cerr. All of it is inline, over those functions.
+// The library for C++ programs. A Manifest frees its record itself. A failure is an exception that contains the
+// diagnostics, which the functions of qzjexxml.h write to std::cerr. Everything here is inline and calls those
+// functions.
 //
 //   const qzjexxml::Manifest manifest = qzjexxml::loadManifest("manifest.xml");  // throws qzjexxml::LoadError
 //
-// Every function throws std::bad_alloc when it runs out of memory.
+// Every function throws std::bad_alloc when out of memory.
 //
-// What this header cannot hide:
+// Restrictions:
 // - Only one load may run at a time in the whole process, on any thread.
-// - To collect the diagnostics, every function replaces the buffer of std::cerr, which is the whole process's, and
-//   restores it before it returns or throws. Meanwhile no other thread may write to std::cerr or call a function of
-//   this header.
-// - After a load that ran out of memory while Xerces-C was starting, every later load throws std::bad_alloc.
+// - To collect the diagnostics, every function replaces the buffer of std::cerr, and restores it before it returns or
+//   throws. Until then no other thread may write to std::cerr or call a function of this header, because the whole
+//   process shares that buffer.
+// - If a load runs out of memory while it starts Xerces-C, every later load throws std::bad_alloc.
 #ifndef QZJEXXML_MANIFEST_H
 #define QZJEXXML_MANIFEST_H
 
@@ -58,19 +59,20 @@ inline std::string withoutTrailingLineFeeds(const std::string& text) {
 
 }  // namespace detail
 
-// A description file that does not load. what() is the diagnostics without trailing line feeds; docs/diagnostics.md
-// lists them. They call the document "JexXml": the file's name is the caller's to add.
+// Thrown when a description file does not load. what() returns the diagnostics without trailing line feeds;
+// docs/diagnostics.md lists them. They call every document "JexXml", so the caller has to add the name of the file.
 class QZJEXXML_EXPORT LoadError : public std::runtime_error {
  public:
   explicit LoadError(const std::string& diagnostics)
       : std::runtime_error(detail::withoutTrailingLineFeeds(diagnostics)) {
-    constexpr const char* report = "%*[A-Za-z ]\"JexXml\", line %lu, column %lu";  // an Error or a Fatal Error
+    constexpr const char* report = "%*[A-Za-z ]\"JexXml\", line %lu, column %lu";  // of an Error or a Fatal Error
     if (std::sscanf(what(), report, &firstLine, &firstColumn) != 2) {
       firstLine = firstColumn = 0;
     }
   }
 
-  // The position of the first error, counted from 1; 0 when the diagnostics name none, as for a missing file.
+  // The position of the first error, counted from 1. Both are 0 if the diagnostics have no position, as for a missing
+  // file.
   unsigned long line() const noexcept { return firstLine; }
   unsigned long column() const noexcept { return firstColumn; }
 
@@ -91,7 +93,7 @@ void runLoad(Load load) {
   }
 }
 
-// A function on a file returns whether it succeeded. It fails without a diagnostic when libqzkivbtcrypto refuses.
+// `function` returns whether it succeeded. It fails without a diagnostic if libqzkivbtcrypto fails.
 template <typename Function>
 void runOnFile(Function function) {
   const Diagnostics diagnostics;
@@ -102,7 +104,7 @@ void runOnFile(Function function) {
   }
 }
 
-// The exported functions do not modify the passphrase, and read it up to a NUL.
+// The exported functions read the passphrase up to its NUL, and do not modify it.
 inline char* passphraseText(const std::string& passphrase) {
   if (passphrase.find('\0') != std::string::npos) {
     throw std::runtime_error("the passphrase contains a NUL byte");
@@ -112,14 +114,15 @@ inline char* passphraseText(const std::string& passphrase) {
 
 }  // namespace detail
 
-// The record of an archive manifest; kiv_data.h says what its texts are. After a move, the source may only be assigned
-// or destroyed.
+// The record of an archive manifest; kiv_data.h describes its texts. A Manifest that was moved from may only be
+// assigned to or destroyed.
 class QZJEXXML_EXPORT Manifest {
  public:
-  // Takes over a record of InitKIVData. REQUIRES: it is not null.
+  // Takes ownership of a record that InitKIVData created. REQUIRES: `owned` is not null.
   explicit Manifest(KIVData* owned) noexcept : record(owned) {}
 
-  // A temporary gives its members away, so that `for (... : loadManifest(name).fileMap())` does not dangle.
+  // References into the record. For a temporary, the functions return values, so that the reference in `for (... :
+  // loadManifest(name).fileMap())` does not dangle.
   const std::map<std::string, FileMapEntry>& fileMap() const& { return record->fileMap; }
   const std::map<std::string, std::string>& rootMacros() const& { return record->rootMacros; }
   const std::vector<std::string>& searchPath() const& { return record->varnixPath; }
@@ -147,26 +150,26 @@ inline Manifest loadManifest(const std::string& fileName) {
   return Manifest(record);
 }
 
-// Loads a project description to check it. Throws LoadError.
+// Loads a project description and keeps nothing of it. Throws LoadError if the description has errors.
 inline void checkProject(const std::string& fileName) {
   void* handle = nullptr;
   detail::runLoad([&] { InitNOXData(fileName.c_str(), &handle); });
 }
 
-// The bytes of any file that is not empty. Throws std::runtime_error, with the diagnostics of ReadXmlFile.
+// Returns the bytes of a file. Throws std::runtime_error with the diagnostics of ReadXmlFile, also for an empty file.
 inline std::string readFile(const std::string& fileName) {
   KIVByteArray bytes;
   detail::runOnFile([&] { return ReadXmlFile(fileName.c_str(), bytes); });
   return {bytes.data, bytes.length};
 }
 
-// Encrypts a file into the file beside it that EncryptFile names. Throws std::runtime_error.
+// Encrypts a file as EncryptFile does, into a file with the name that EncryptFile gives it. Throws std::runtime_error.
 inline void encryptFile(const std::string& fileName, const std::string& passphrase) {
   char* text = detail::passphraseText(passphrase);
   detail::runOnFile([&] { return EncryptFile(fileName.c_str(), text); });
 }
 
-// The plaintext of an encrypted file, which is the caller's to wipe. Throws std::runtime_error.
+// Returns the plaintext of an encrypted file. The caller has to wipe it. Throws std::runtime_error.
 inline std::string decryptFile(const std::string& fileName, const std::string& passphrase) {
   struct Plaintext : KIVByteArray {
     ~Plaintext() override {

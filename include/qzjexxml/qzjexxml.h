@@ -1,28 +1,29 @@
-// libqzjexxml: reads the XML description files of the packaging tool chain, and reads, encrypts and
-// decrypts whole files. All its functions, by subject; the types they use have headers of their own.
+// libqzjexxml reads the XML description files of the packaging tool chain. It also reads, encrypts and decrypts whole
+// files. This header declares all functions, by subject; the types that they use have headers of their own.
 //
-// C++ programs are better served by manifest.h, which is written over these functions.
+// C++ programs should use manifest.h, which is built on these functions.
 //
 // Diagnostics are lines on the standard error stream (std::cerr); docs/diagnostics.md lists them with their causes.
 //
-// Threads: one load at a time in the whole process; TermKIVData, TermNOXData and the functions on files run beside
-// it and beside each other, as long as no argument and no file is shared. The library starts no threads.
+// Threads: only one load may run at a time in the whole process. TermKIVData, TermNOXData and the functions for files
+// may run at the same time as a load and as each other, if they share no argument and no file. The library starts no
+// threads.
 //
-// Texts of a record are in the code page of the calling thread's LC_CTYPE locale, and so are texts of the document in
-// messages. In the "C" locale, which a program has that never calls setlocale, it is UTF-8. A character that the code
-// page lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
+// Encoding: the texts of a record, and texts of the document in messages, are in the locale encoding, which is the
+// encoding of the calling thread's LC_CTYPE locale. In the "C" locale it is UTF-8; a program that never calls setlocale
+// has that locale. A character that the encoding lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
 //
-// A load in an atexit handler, or in the destructor of a static object, works only if that was registered, or
-// constructed, after the process's first load: libraries below the parser library end in handlers of their own,
-// which they register in that load.
+// Exit: a load in an atexit handler, or in the destructor of a static object, works only if the handler was registered,
+// or the object constructed, after the first load of the process. During the first load, libraries that Xerces-C uses
+// register exit handlers of their own, after which they cannot be used.
 //
-// Out of memory: std::bad_alloc reaches the caller, after all that the call allocated has been freed. Where it
-// happens while the document or the tree is built, the load may report it instead, as "An error occurred during
-// parsing" or "An error occurred Inside buildKivMaster". Out of memory while the parser library starts leaves that
-// library unusable: every later load of the process throws std::bad_alloc too.
+// Out of memory: a function frees everything that it allocated and throws std::bad_alloc. If a load runs out of memory
+// while it builds the document or the tree, it may instead report "An error occurred during parsing" or "An error
+// occurred Inside buildKivMaster". If a load runs out of memory while it starts Xerces-C, Xerces-C becomes unusable:
+// every later load of the process throws std::bad_alloc too.
 //
-// Every load initializes and terminates the parser library, which takes longer than to load a file of some hundred
-// entries. A program that makes many loads links Xerces-C itself and keeps it initialized, which is reference-counted:
+// Speed: every load starts and stops Xerces-C, which takes longer than loading a file of a few hundred entries. A
+// program with many loads can link Xerces-C itself and keep it started, because Xerces-C counts its starts: it calls
 // xercesc::XMLPlatformUtils::Initialize() before the first load and Terminate() after the last.
 #ifndef QZJEXXML_QZJEXXML_H
 #define QZJEXXML_QZJEXXML_H
@@ -34,88 +35,93 @@
 
 // ---- Archive manifests
 
-// Loads the archive manifest `fileName` into a new record and stores it in `*handle`; the caller owns it until
-// TermKIVData.
+// Loads the archive manifest `fileName` into a new record and stores the record in `*handle`. The caller owns the
+// record and destroys it with TermKIVData.
 //
-// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
+// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs at the same time, on any thread.
 //
-// Returns 0 and does nothing else when `*handle` is not null. Otherwise returns 1, also when the load fails:
-// a load that succeeds writes nothing to the standard error stream, one that fails writes why, and that is how
-// a caller learns it. A program that has to know replaces the buffer of std::cerr for the time of the call and
-// looks whether anything was written, as docs/exported-functions.md shows. That buffer is the whole process's: no other
-// thread may write to std::cerr meanwhile.
+// Returns 0 and does nothing if `*handle` is not null. Otherwise returns 1, even if the load fails. A load that
+// succeeds writes nothing to the standard error stream; a load that fails writes the reason. To learn whether a load
+// failed, a program replaces the buffer of std::cerr during the call and checks whether anything was written, as
+// docs/exported-functions.md shows. The whole process shares std::cerr: no other thread may write to it during the
+// call.
 //
-// After a failure the record is empty; after a reported exception during the build it holds what was complete before.
-// After std::bad_alloc `*handle` is still null. The diagnostics call every document "JexXml", whatever the file's name.
+// After a failure the record is empty, with one exception: after "An error occurred Inside buildKivMaster" or "A DOM
+// error occurred Inside buildKivMaster" it holds the part that was complete. After std::bad_alloc `*handle` is still
+// null. The diagnostics call every document "JexXml", whatever the name of the file.
 extern "C" QZJEXXML_EXPORT int InitKIVData(const char* fileName, KIVData** handle);
 
-// Destroys the record in `*handle` and sets the handle to null; does nothing for a null record. Returns 1. May
-// run at any time, on any thread. REQUIRES: `handle` is not null.
+// Destroys the record in `*handle` and sets `*handle` to null. Does nothing if `*handle` is null. Returns 1. May run at
+// any time, on any thread. REQUIRES: `handle` is not null.
 extern "C" QZJEXXML_EXPORT int TermKIVData(KIVData** handle);
 
 // ---- Project descriptions
 
-// Loads the project description `fileName`, checks it and reports what is wrong on the standard error stream,
-// with the diagnostics of InitKIVData; a good file writes nothing. Nothing is handed back: `*handle`
-// is never written, and when it is not null nothing is done. Returns 0 in every case.
+// Loads the project description `fileName` to check it. Writes its errors to the standard error stream, with the
+// diagnostics of InitKIVData; writes nothing for a good file. There is no record: `*handle` is never written. Does
+// nothing if `*handle` is not null. Always returns 0.
 //
-// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs meanwhile, on any thread.
+// REQUIRES: `handle` is not null; no other load (InitKIVData, InitNOXData) runs at the same time, on any thread.
 extern "C" QZJEXXML_EXPORT int InitNOXData(const char* fileName, void** handle);
 
-// Sets `*handle` to null; nothing is freed. Returns 1. REQUIRES: `handle` is not null.
+// Sets `*handle` to null and frees nothing. Returns 1. REQUIRES: `handle` is not null.
 extern "C" QZJEXXML_EXPORT int TermNOXData(void** handle);
 
 // ---- Reading files
 
-// Reads any file into `out`, byte for byte, and returns true. Returns false after a message, with `out` as it
-// was:
+// Reads any file into `out`, byte for byte, and returns true. On failure writes one of these messages, leaves `out`
+// unchanged and returns false:
 //
 //   "Parameter Error!"                  `fileName` is null or empty
 //   "Could not open file: " + fileName  it cannot be opened, or is a socket
-//   "Nothing to read!"                  it is empty, of 2 GiB or more, a directory, FIFO or device (which are not
-//                                       opened), or reading fails
+//   "Nothing to read!"                  it is empty, has 2 GiB or more, or is a directory, FIFO or device (which are
+//                                       not opened); or reading fails
 //
-// Thread-safe as long as `out` is not shared.
+// Thread-safe if `out` is not shared.
 QZJEXXML_EXPORT bool ReadXmlFile(const char* fileName, KIVByteArray& out);
 
-// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees with
-// delete[]; null, after a message of the other ReadXmlFile, when there is none to return. The length is not
-// returned. Thread-safe.
+// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees with delete[].
+// Returns null after a message of the other ReadXmlFile. The length is not returned. Thread-safe.
 extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 
 // ---- Encrypting files
 //
-// A passphrase is a NUL-terminated text of any bytes, which is not modified. The stub of this project refuses an
-// empty one, as it refuses a wrong one: without a message. Copies of passphrases and
-// plaintexts that the functions make are wiped; what they hand out is the caller's to wipe. All are thread-safe
-// as long as no array or file is shared.
+// A passphrase is a NUL-terminated text of any bytes. The functions do not modify it. The stub of the crypto library in
+// this project rejects an empty passphrase like a wrong one, without a message. The functions wipe their own copies of
+// passphrases and plaintexts; the caller has to wipe the plaintext that it receives. The functions are thread-safe if
+// no array and no file is shared.
 
-// Encrypts `fileName` into the file beside it whose name has ".enc" for the first ".xml" anywhere in the path,
-// or else ".enc" appended; replaces what that file held, and returns true. Writing is not checked: decrypt to
-// be sure. Returns false without a message, and with no file touched, when the crypto library refuses; or after
+// Encrypts `fileName` into another file and returns true. The name of that file is `fileName` with the first ".xml"
+// anywhere in the path replaced by ".enc", or with ".enc" appended if there is no ".xml". An existing file is
+// overwritten. Errors during the write are not detected: decrypt the file to be sure.
+//
+// Returns false without a message, and changes no file, if the crypto library fails. Returns false after one of these
+// messages:
 //
 //   "File name is null or empty!"
-//   "Could not open file: " + the name  the file, or the encrypted one, cannot be opened, or is a socket; or the
-//                                       encrypted one is a link to the file itself
-//   "Could not read file!"              it is empty, of 2 GiB or more, a directory, FIFO or device, or reading fails
+//   "Could not open file: " + the name  the file or the encrypted file cannot be opened, or is a socket; or the
+//                                       encrypted file is a link to the file itself
+//   "Could not read file!"              it is empty, has 2 GiB or more, or is a directory, FIFO or device; or
+//                                       reading fails
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
 
-// Decrypts `fileName` into `out` and returns true. Returns false after a message of EncryptFile, with `out` as it
-// was; or without one when the crypto library refuses (a wrong passphrase, a damaged file): `out` is then what
-// that library left, which for the stub of this project is nothing.
+// Decrypts `fileName` into `out` and returns true. Returns false after a message of EncryptFile, and leaves `out`
+// unchanged. Returns false without a message if the crypto library fails (a wrong passphrase, a damaged file); `out`
+// then holds what the crypto library left in it. The stub of this project leaves it empty.
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
 
 // Returns the plaintext of `fileName` followed by one NUL byte, in a block from new[] that the caller frees with
-// delete[]; null for an empty plaintext, and where the other DecryptXmlFile returns false, with its messages.
+// delete[]. Returns null if the plaintext is empty, and if the other DecryptXmlFile would return false, after its
+// message.
 //
 // REQUIRES: `passphrase` is not null.
 extern "C" QZJEXXML_EXPORT char* DecryptXmlFile(const char* fileName, char* passphrase);
 
-// Returns whether `fileName` decrypts under the passphrase; messages as for DecryptXmlFile. Writes no file.
+// Returns whether `fileName` can be decrypted with the passphrase. Has the messages of DecryptXmlFile. Writes no file.
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptFile(const char* fileName, char* passphrase);
