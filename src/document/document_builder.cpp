@@ -11,7 +11,7 @@ using xercesc::XMLString;
 
 void refuseOperation() { throw xercesc::DOMException(xercesc::DOMException::NOT_SUPPORTED_ERR); }
 
-// An element's name is its declaration's, which lives as long as the parser.
+// The element refers to the name in its declaration, which lives as long as the parser.
 void DocumentBuilder::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                    const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
   if (openEntities == 0) {
@@ -35,7 +35,7 @@ void DocumentBuilder::endElement(const xercesc::XMLElementDecl& /*declaration*/,
   }
 }
 
-// Attributes at one place mostly have the same name as in the tag before, which costs a comparison instead of a search.
+// Compares each name first with the name at its position in the tag before, which is mostly the same.
 std::span<AttributeNode> DocumentBuilder::copyAttributes(const Attributes& attributes, XMLSize_t count) {
   auto* copies = std::pmr::polymorphic_allocator<AttributeNode>(&arena).allocate(count);
   lastNames.resize(std::max(lastNames.size(), count));

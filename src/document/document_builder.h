@@ -1,9 +1,9 @@
-// DocumentBuilder: the parser that builds of a document what the trees are built over.
+// DocumentBuilder: a parser that builds only the part of a document that the trees need.
 //
-// That is its elements with their attributes, under their names as written. Nobody asks a document for anything else,
-// so nothing else is built: no text, comment or instruction, no namespace, no part of the type declaration, and no
-// content of an entity, since an element that comes out of one is no child of the element around the reference.
-// Xerces-C's own document is never made either. Attributes by default come from the scanner, like others.
+// That part is the elements with their attributes, under their qualified names. It has no text, comments, processing
+// instructions, namespaces or declarations. It has no content of entities either: an element in an entity is not a
+// child of the element that contains the entity reference. Xerces-C's own document is not built. The scanner delivers
+// default attributes like other attributes.
 #pragma once
 
 #include "document/document_nodes.h"
@@ -21,22 +21,22 @@
 
 namespace jexxml {
 
-// Serves one parse. As in the base, `fCurrentNode` is the element that was added last. Throws std::bad_alloc beside
-// what the base throws.
+// For one parse. As in the base class, `fCurrentNode` is the element that was added last. Throws std::bad_alloc, and
+// what the base class throws.
 class DocumentBuilder : public xercesc::XercesDOMParser {
  public:
   using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;
 
   using XercesDOMParser::XercesDOMParser;
 
-  // The document, complete when the parse is. Owned; `getDocument` of the base stays null.
+  // The document; complete after the parse, and owned. `getDocument` of the base class returns null.
   DOMNode* document() { return &documentNode; }
 
-  // What the document has so far; of characters, those of values.
+  // The size of the document so far.
   struct Contents {
     std::size_t elements = 0;
     std::size_t attributes = 0;
-    std::size_t characters = 0;
+    std::size_t characters = 0;  // of attribute values
   };
   const Contents& contents() const { return counted; }
 
@@ -77,9 +77,10 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
   Contents counted;
   DocumentNode documentNode;
   std::size_t openEntities = 0;
-  std::vector<ElementNode**> links = {&documentNode.root};  // of the document and each open element: to the next child
-  std::set<std::u16string, std::less<>> names;              // of attributes
-  std::vector<const XMLCh*> lastNames;                      // by place in the tag
+  std::vector<ElementNode**> links = {
+      &documentNode.root};                      // where the document and each open element link a next child
+  std::set<std::u16string, std::less<>> names;  // of attributes
+  std::vector<const XMLCh*> lastNames;          // of attributes, by position in the tag
 };
 
 }  // namespace jexxml

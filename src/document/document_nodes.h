@@ -1,7 +1,7 @@
 // The nodes of a document: the document itself, its elements and their attributes, read-only.
 //
-// They implement the part of Xerces-C's DOMNode that the trees use, in little memory: a document of 100,000 files takes
-// a seventh of what Xerces-C's own nodes take. Their memory is the DocumentBuilder's, and they are never destroyed.
+// They implement the part of Xerces-C's DOMNode that the trees use. For a document of 100,000 files they take a seventh
+// of the memory of Xerces-C's own nodes. The DocumentBuilder owns their memory and never calls their destructors.
 #pragma once
 
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
@@ -19,8 +19,8 @@ using xercesc::DOMNode;
 // Throws a DOMException: the operation is not supported.
 [[noreturn]] void refuseOperation();
 
-// What the three kinds have in common. Every operation that changes a node, or that the trees have no use for, throws a
-// DOMException.
+// The base of the three kinds of nodes. Operations that change a node, and operations that the trees do not use, throw
+// a DOMException.
 class ReadOnlyNode : public DOMNode {
  public:
   const XMLCh* getNodeValue() const override { return nullptr; }
@@ -78,11 +78,11 @@ class AttributeNode final : public ReadOnlyNode {
   const XMLCh* value;
 };
 
-// An element is the map of its own attributes, which stand in the order in which Xerces-C's scanner gives them: as in
-// the tag, then those by default.
+// An element is also the map of its attributes. Their order is that of Xerces-C's scanner: the attributes in the tag,
+// then the default attributes.
 class ElementNode final : public ReadOnlyNode, public DOMNamedNodeMap {
  public:
-  // Neither is owned.
+  // Neither the name nor the attributes are owned.
   ElementNode(const XMLCh* qualifiedName, std::span<AttributeNode> given) : name(qualifiedName), attributes(given) {}
 
   NodeType getNodeType() const override { return ELEMENT_NODE; }

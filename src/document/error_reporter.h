@@ -1,4 +1,4 @@
-// JexXmlErrorReporter: what the parser finds wrong in a document, as lines on the standard error stream.
+// JexXmlErrorReporter: writes the errors that Xerces-C finds in a document to the standard error stream.
 #pragma once
 
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -6,18 +6,18 @@
 
 namespace jexxml {
 
-// Serves one parse. Each error and fatal error is written as two lines:
+// For one parse. Writes each error and fatal error as two lines:
 //
 //   Error at file "JexXml", line 3, column 7          or   Fatal Error at file ...
-//      Message: <the parser's message>
+//      Message: <Xerces-C's message>
 class JexXmlErrorReporter final : public xercesc::ErrorHandler {
  public:
-  // Warnings are neither written nor counted.
+  // Ignores the warning.
   void warning(const xercesc::SAXParseException& exception) override;
   void error(const xercesc::SAXParseException& exception) override;
   void fatalError(const xercesc::SAXParseException& exception) override;
 
-  // The parser calls this at the start of a parse; `sawErrors` stays as it is.
+  // Xerces-C calls this at the start of a parse. It does not change `sawErrors`.
   void resetErrors() override;
 
   bool sawErrors = false;  // an error or a fatal error was reported

@@ -1,4 +1,4 @@
-// Parsing an in-memory document into a DOM, with the library's settings and its error reports.
+// Parses a document with the library's settings, and reports its errors.
 #pragma once
 
 #include "document/error_reporter.h"
@@ -14,22 +14,21 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// The parser, which owns the document, and the reporter of the running load; both null outside a load.
+// The parser of the running load, which owns the document, and its error reporter. Both are null outside a load.
 extern std::unique_ptr<DocumentParser> gParser;
 extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 
 // Gives a parser the library's settings.
 void configure(xercesc::XercesDOMParser& parser);
 
-// Returns the parsed document, or null when the parser reported an error, threw or has none; all but
-// the last have been written to the standard error stream. Whatever the result, the new parser and
-// reporter stand in the slots above; whoever empties them takes the parser first.
+// Returns the document. If Xerces-C reports an error or throws, writes that to the standard error stream and returns
+// null. In both cases gParser and gErrorReporter are set afterwards. The caller resets them, gParser first.
 //
-// Nothing outside the source is read: external entities and DTDs are fatal errors, and so is a document
-// that goes over a budget or limit of document/guard/limits.h. `size` is the document's size in bytes; 0 allows what
-// every document may take.
+// Reads nothing but the source: external entities and DTDs are fatal errors. A document that exceeds a budget or limit
+// of document/guard/limits.h is a fatal error too. `size` is the size of the document in bytes; the budgets grow with
+// it.
 //
-// REQUIRES: the parser library is started, and the slots are empty.
+// REQUIRES: Xerces-C is started; gParser and gErrorReporter are null.
 DOMNode* parseDocument(const xercesc::InputSource& source, std::size_t size = 0);
 
 }  // namespace jexxml

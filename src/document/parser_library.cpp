@@ -22,8 +22,8 @@ namespace {
 bool isHalfStarted = false;
 bool isStopping = false;
 
-// Takes the place of Xerces-C's own handler, which ends the program, or of an embedder's, while it lives. A start
-// panics only when it is out of memory.
+// Replaces the panic handler of Xerces-C during its lifetime: Xerces-C's own, which ends the program, or that of the
+// program. A start of Xerces-C panics only when out of memory.
 class NoPanic final : public PanicHandler {
  public:
   NoPanic() : before(XMLPlatformUtils::fgUserPanicHandler) { XMLPlatformUtils::fgUserPanicHandler = this; }
@@ -37,8 +37,9 @@ class NoPanic final : public PanicHandler {
   PanicHandler* before;
 };
 
-// The default memory of an Xerces-C that this library starts first. Its stop runs destructors that allocate a list of
-// ten pointers each, one after another, where an exception would end the program: so there is a reserve for one.
+// The default memory manager of Xerces-C when this library is the first to start it. When Xerces-C stops, its
+// destructors allocate one list of ten pointers at a time. An exception there would end the program, so one list has a
+// reserve.
 class DefaultMemory final : public xercesc::MemoryManager {
  public:
   void* allocate(XMLSize_t size) override {
@@ -64,7 +65,7 @@ class DefaultMemory final : public xercesc::MemoryManager {
   alignas(std::max_align_t) std::array<std::byte, 10 * sizeof(void*)> reserve;
 };
 
-// By direct calls, which the compiler does not leave out as it may leave out a new expression.
+// Calls the operators directly, because the compiler may remove a new expression.
 void requireMebibyte() { ::operator delete(::operator new (std::size_t{1} << 20U)); }
 
 }  // namespace
@@ -78,18 +79,18 @@ ParserLibrary::ParserLibrary() {
   try {
     const NoPanic noPanic;
     if (XMLPlatformUtils::fgMemoryManager == nullptr) {
-      XMLPlatformUtils::fgMemoryManager = new DefaultMemory;  // which Xerces-C adopts
+      XMLPlatformUtils::fgMemoryManager = new DefaultMemory;  // Xerces-C takes ownership
     }
     XMLPlatformUtils::Initialize();
   } catch (const xercesc::XMLException& exception) {
-    whyNot = LcpText(exception.getMessage()).view();
-  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
+    startFailure = LcpText(exception.getMessage()).view();
+  } catch (const xercesc::OutOfMemoryException&) {  // not a std::exception
     throw std::bad_alloc();
   }
   isHalfStarted = false;
 }
 
-// Also after a failed start.
+// Xerces-C counts a failed start too.
 ParserLibrary::~ParserLibrary() {
   isStopping = true;
   XMLPlatformUtils::Terminate();

@@ -1,4 +1,4 @@
-// ParserLibrary: Xerces-C, started.
+// ParserLibrary: keeps Xerces-C started during its lifetime.
 #pragma once
 
 #include <optional>
@@ -6,21 +6,22 @@
 
 namespace jexxml {
 
-// Xerces-C counts its starts, and each has its stop: an object of this class starts it, and stops it at its end. A
-// start that runs out of memory leaves Xerces-C half started. Then it can be neither started nor stopped any more.
+// Xerces-C counts how often it is started, and has to be stopped as often. The constructor starts it and the destructor
+// stops it. If a start runs out of memory, Xerces-C stays half started: from then on it must be neither started nor
+// stopped.
 class ParserLibrary {
  public:
-  // Throws std::bad_alloc where Xerces-C is half started, also by this start, or there is less than a mebibyte for it.
+  // Throws std::bad_alloc if Xerces-C is half started, if this start runs out of memory, or if less than 1 MiB is free.
   ParserLibrary();
   ParserLibrary(const ParserLibrary&) = delete;
   ParserLibrary& operator=(const ParserLibrary&) = delete;
   ~ParserLibrary();
 
-  // Why Xerces-C did not start, in the locale encoding; empty when it did.
-  const std::optional<std::string>& failure() const { return whyNot; }
+  // The reason why Xerces-C did not start, in the locale encoding; empty if it is started.
+  const std::optional<std::string>& failure() const { return startFailure; }
 
  private:
-  std::optional<std::string> whyNot;
+  std::optional<std::string> startFailure;
 };
 
 }  // namespace jexxml

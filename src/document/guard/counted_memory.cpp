@@ -26,9 +26,9 @@ void* CountedMemory::allocate(XMLSize_t size) {
     block = takeFromReserve(size);
   }
   block->size = size;
-  block->things = readerSize == 0 ? 0 : 1 + std::min(size, longest) / longText;
+  block->candidates = readerSize == 0 ? 0 : 1 + std::min(size, longest) / longText;
   bytes += size;
-  things += block->things;
+  candidates += block->candidates;
   return block + 1;
 }
 
@@ -40,7 +40,7 @@ void CountedMemory::deallocate(void* memory) {
   block->previous->next = block->next;
   block->next->previous = block->previous;
   bytes -= block->size;
-  things -= block->things;
+  candidates -= block->candidates;
   XMLPlatformUtils::fgMemoryManager->deallocate(block);
 }
 

@@ -1,4 +1,4 @@
-// CountedMemory: Xerces-C's default memory, with a count of what one parser has of it.
+// CountedMemory: allocates from Xerces-C's default memory manager, and counts what one parser has allocated.
 #pragma once
 
 #include <xercesc/framework/MemoryManager.hpp>
@@ -10,45 +10,45 @@
 
 namespace jexxml {
 
-// Xerces-C is not written for exceptions out of allocations: some of its objects then free a block twice, and some
-// destructors allocate. So when the system has no memory left, small blocks come from a reserve, until the parser sees
-// `isAbandoned` and ends the parse; a block that does not fit throws. From then on nothing is given back until the end,
-// when all blocks are released, also those that Xerces-C forgets where an exception passes.
+// Xerces-C does not expect exceptions from allocations: some of its objects then free a block twice, and some
+// destructors allocate. Therefore, when the system is out of memory, small blocks come from a reserve until the parser
+// sees `isAbandoned` and ends the parse; a block that does not fit throws. From then on only the destructor frees
+// blocks. It also frees those that Xerces-C leaks when an exception passes through it.
 class CountedMemory final : public xercesc::MemoryManager {
  public:
   ~CountedMemory() override;
 
-  // Throws what `beforeReader` does, and xercesc::OutOfMemoryException.
+  // Throws what `beforeReader` throws, and xercesc::OutOfMemoryException.
   void* allocate(XMLSize_t size) override;
   void deallocate(void* memory) override;
   MemoryManager* getExceptionMemoryManager() override;
 
-  // In use now. Things are the blocks since the document's reader, where a block of a long text counts as several: its
-  // beginning may be compared with many texts that begin alike. Objects are smaller than that on 32 bit and on 64 bit.
-  std::uint64_t things = 0;
+  // Currently allocated. Candidates are what a lookup may compare a text with: the blocks that are allocated after the
+  // reader of the document. The block of a long text counts as several, because many texts may begin like it. No object
+  // is that long, neither on 32-bit nor on 64-bit systems.
+  std::uint64_t candidates = 0;
   std::uint64_t bytes = 0;
 
-  bool isAbandoned = false;  // the parse cannot go on
+  bool isAbandoned = false;  // the parse has to end
 
-  // Called before the reader of an entity is allocated: a block as large as the document's own reader, which was the
-  // first large one.
+  // Called before an entity's reader is allocated: a block as large as the first large one, the document's reader.
   std::function<void()> beforeReader;
 
  private:
-  // Stands before each block. All blocks are in a ring.
+  // The header of each block. All headers are linked in a ring.
   struct Block {
     Block* previous;
     Block* next;
     std::size_t size;
-    std::size_t things;
+    std::size_t candidates;
   };
   static_assert(sizeof(Block) % alignof(std::max_align_t) == 0);
 
   Block* takeFromReserve(std::size_t size);
   bool isReader(std::size_t size);
 
-  // 2 MiB, not touched before they are needed: for what Xerces-C allocates up to the next callback, and for the lists
-  // that the destructors of content models make, whose names all stand in the type declaration (typeLimit).
+  // 2 MiB, which take no memory until they are used. They hold what Xerces-C allocates up to the next callback, and the
+  // lists that the destructors of content models allocate, whose names dtdLimit bounds.
   static constexpr std::size_t reserveBlocks = (std::size_t{2} << 20U) / sizeof(Block);
 
   const std::unique_ptr<Block[]> reserve = std::make_unique_for_overwrite<Block[]>(reserveBlocks);

@@ -25,26 +25,26 @@ using xercesc::XMLString;
 
 namespace {
 
-constexpr std::uint64_t readingSteps = 32;  // of a character, with the copies that are made of it
+constexpr std::uint64_t readingSteps = 32;  // to read and copy a character
 
 bool declaresNamespace(const XMLCh* name) { return *name == u'x' && std::u16string_view(name).starts_with(u"xmlns"); }
 
-// Whether values of its type, or its name, are looked up in a table each time that the attribute stands in a tag.
+// Whether the value or the name of the attribute is looked up in a hash table for every tag that has the attribute.
 bool isLookedUp(const xercesc::XMLAttr& attribute) {
   return attribute.getType() != XMLAttDef::CData || *attribute.getPrefix() != 0 ||
          declaresNamespace(attribute.getQName());
 }
 
-// The nodes of a content model, and the steps to make an automaton of it. A row of its table stands for the places in
-// the model that a name just read may have been at, so a name that stands at k places can make 2^k rows:
-// (a|b)*,a,(a|b),(a|b) does. A row has a cell for each name, and is compared with those in its bucket. Mixed content
-// has no automaton.
+// Returns the number of nodes of a content model, and the steps to build its automaton. A row of the automaton is a set
+// of positions in the model at which the last name may stand. A name at k positions can therefore make 2^k rows, as in
+// (a|b)*,a,(a|b),(a|b). A row has a cell for each name, and is compared with the other rows in its bucket. Mixed
+// content has no automaton.
 std::pair<std::uint64_t, std::uint64_t> costOfModel(const xercesc::DTDElementDecl& declaration) {
   constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 30U;
   std::uint64_t nodes = 0;
   std::uint64_t names = 0;
   std::map<std::u16string_view, std::uint64_t> rowsOfName;
-  // A model of many names is as deep as it is long, so that recursion would not do.
+  // No recursion: a model of many names is as deep as it is long.
   std::vector<const xercesc::ContentSpecNode*> toVisit = {declaration.getContentSpec()};
   while (!toVisit.empty()) {
     const xercesc::ContentSpecNode* node = toVisit.back();
@@ -79,38 +79,39 @@ void DocumentParser::parse(const xercesc::InputSource& source) {
   check();
 }
 
-// For each character: to read it, and to look it up. Of the things, some six belong to a name in a table; beyond 16,384
-// they are not in the processor's cache.
+// The steps to read a character and to look it up. Each name in a hash table has about six candidates. Above 16,384,
+// the candidates exceed the processor's cache.
 std::uint64_t DocumentParser::price() const {
   constexpr std::uint64_t cached = 16'384;
-  return readingSteps + memory.things * (cached + memory.things) / cached / 6 + mostInScope / 3 + longestEnumeration;
+  return readingSteps + memory.candidates * (cached + memory.candidates) / cached / 6 + mostInScope / 3 +
+         longestEnumeration;
 }
 
 void DocumentParser::read(std::uint64_t count) {
-  if (inType) {
-    hold(charactersRead, typeLimit);
+  if (inDtd) {
+    enforce(charactersRead, dtdLimit);
   }
   charactersRead += count;
   work += count * price();
   check();
 }
 
-// Where the reader of an entity is to be allocated. Which one it is cannot be seen, so that it may be the longest.
+// Called before the reader of an entity is allocated. The entity is unknown here, so the charge is for the longest one.
 void DocumentParser::openEntity() {
   constexpr std::uint64_t readerSteps = 24'000;  // it has buffers of 160 KiB, which may be new from the system
-  hold(getScanner()->getReaderMgr()->getReaderDepth(), entityLimit);
+  enforce(getScanner()->getReaderMgr()->getReaderDepth(), entityLimit);
   work += readerSteps;
   read(longestEntity);
 }
 
-// All definitions of the element's attributes are visited three times for each tag, and namespaces by default looked up
-// also where the tag has its own. An attribute by default is looked up and copied like another.
+// For each tag, Xerces-C visits all definitions of the element's attributes three times. It looks up a default
+// namespace even if the tag has one of its own. It looks up and copies default attributes like other attributes.
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                   const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
   constexpr std::uint64_t elementSteps = 500;
   constexpr std::uint64_t attributeSteps = 350;
   constexpr std::uint64_t definitionSteps = 24;
-  hold(prefixesInScope.size(), depthLimit);
+  enforce(prefixesInScope.size(), depthLimit);
   std::size_t& prefixes = prefixesInScope.emplace_back(prefixesInScope.back());
   std::uint64_t steps = elementSteps;
   for (XMLSize_t i = 0; i < attributeCount; ++i) {
@@ -139,7 +140,7 @@ void DocumentParser::endElement(const xercesc::XMLElementDecl& declaration, unsi
 
 void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) {
   const auto [nodes, steps] = costOfModel(declaration);
-  hold(nodes, modelLimit);
+  enforce(nodes, modelLimit);
   charge(steps);
   DocumentBuilder::elementDecl(declaration, isIgnored);
 }
@@ -147,7 +148,7 @@ void DocumentParser::elementDecl(const xercesc::DTDElementDecl& declaration, boo
 void DocumentParser::attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition,
                             bool isIgnored) {
   const std::u16string_view enumeration = definition.getEnumeration() != nullptr ? definition.getEnumeration() : u"";
-  hold(enumeration.size(), enumerationLimit);
+  enforce(enumeration.size(), enumerationLimit);
   longestEnumeration = std::max(longestEnumeration, enumeration.size());
   hasLists = hasLists || definition.getType() == XMLAttDef::IDRefs || definition.getType() == XMLAttDef::Entities;
   if (definition.getValue() != nullptr && declaresNamespace(definition.getFullName())) {
@@ -170,35 +171,35 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
   work += errorSteps;
   check();
   if (type != ErrType_Warning) {
-    hold(++errors, errorLimit);
+    enforce(++errors, errorLimit);
     errorText += XMLString::stringLen(text);
-    hold(errorText, errorTextLimit);
+    enforce(errorText, errorTextLimit);
   }
   DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
-// For a callback: what was read before it has been looked up.
+// Called in callbacks: the characters that were read before have been looked up.
 void DocumentParser::charge(std::uint64_t steps) {
   work += steps;
   check();
-  charactersBefore = charactersRead;
-  thingsThen = memory.things;
+  charactersThen = charactersRead;
+  candidatesThen = memory.candidates;
 }
 
-// What was read is copied some five times before it is in the document.
+// Characters are copied about five times before they are in the document.
 void DocumentParser::check() {
   constexpr std::uint64_t bytesOfCopies = 10;
   if (memory.isAbandoned) {
     throw xercesc::OutOfMemoryException();
   }
-  const std::uint64_t characters = charactersRead - charactersBefore;
-  const std::uint64_t things = memory.things - std::min(memory.things, thingsThen);
-  hold(std::max(work, characters * std::max(things / 3, hasLists ? characters / 3 : 0)), budgets.work);
-  hold(memoryTaken() + bytesOfCopies * characters, budgets.memory);
+  const std::uint64_t characters = charactersRead - charactersThen;
+  const std::uint64_t candidates = memory.candidates - std::min(memory.candidates, candidatesThen);
+  enforce(std::max(work, characters * std::max(candidates / 3, hasLists ? characters / 3 : 0)), budgets.work);
+  enforce(memoryTaken() + bytesOfCopies * characters, budgets.memory);
 }
 
-// The parser's own, and for the document's nodes as much as they, the trees over them and the record take: of a
-// character, 2 bytes, and at most 12 in the record's source and target.
+// The memory of the parser, and what the nodes, the trees over them and the record take: for a character, 2 bytes in
+// the document and at most 12 in the source and target of the record.
 std::uint64_t DocumentParser::memoryTaken() const {
   constexpr std::uint64_t bytesOfElement = 320;
   constexpr std::uint64_t bytesOfAttribute = 32;
@@ -211,7 +212,7 @@ std::uint64_t DocumentParser::memoryLeft() const {
   return budgets.memory.most - std::min(budgets.memory.most, memoryTaken());
 }
 
-void DocumentParser::hold(std::uint64_t count, const Limit& limit) {
+void DocumentParser::enforce(std::uint64_t count, const Limit& limit) {
   if (count > limit.most) {
     memory.isAbandoned = true;
     getErrorHandler()->fatalError(xercesc::SAXParseException(limit.message, *getScanner()->getLocator()));

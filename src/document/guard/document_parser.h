@@ -1,4 +1,4 @@
-// DocumentParser: the parser, held to the budgets and limits of document/guard/limits.h.
+// DocumentParser: the parser that enforces the budgets and limits of document/guard/limits.h.
 #pragma once
 
 #include "document/document_builder.h"
@@ -13,43 +13,43 @@
 
 namespace jexxml {
 
-// Thrown out of a parse when the document goes over a limit, after that was reported as a fatal error.
+// Thrown from a parse when the document exceeds a budget or limit, after a fatal error has been reported.
 struct DocumentRefused {};
 
-// The base of DocumentParser that is there before the parser, which uses it, and after it.
+// A base of DocumentParser, so that the memory is constructed before the parser that uses it, and destroyed after it.
 struct DocumentMemory {
   CountedMemory memory;
 };
 
-// Serves one parse. A document that goes over a budget or limit is reported to the error handler as a fatal error, with
-// the place in the document, and DocumentRefused is thrown: out of a read of the document, out of a callback, or where
-// an entity is opened.
+// For one parse. If the document exceeds a budget or limit, the error handler gets a fatal error with the position, and
+// DocumentRefused is thrown: from a read of the document, a callback, or the opening of an entity.
 //
-// What bounds the work is one law: no look-up compares a character with more things than the parser has allocated. So
-// each character is charged, before it is read, with a price that grows with the blocks of the parser's memory, and an
-// entity with that of its characters each time that it is opened. No table of Xerces-C's needs to be known for that.
-// Its look-ups in lists without blocks of their own add to the price: the open elements and the prefixes in scope, and
-// the values of an enumeration. A callback charges what no character pays for: startElement the definitions of the
-// element's attributes, and its attributes by default; elementDecl the automaton of a content model.
+// One law bounds the work: a lookup compares a character with no more candidates than the parser has allocated.
+// Therefore each character is charged before it is read, and its price grows with the number of candidates. An entity
+// is charged for its characters each time it is opened. The law holds for every hash table of Xerces-C, whatever its
+// collisions. Items that have no blocks of their own add to the price: open elements, prefixes in scope, and the values
+// of an enumeration. Callbacks charge the work that does not depend on characters: startElement charges the definitions
+// of the element's attributes and its default attributes, elementDecl the automaton of a content model.
 //
-// Names of a tag, and tokens of a value, are looked up when all are read, so what is read between two callbacks is held
-// against the budget as a square. In the type declaration all of this is smaller than its limit lets it grow.
+// The names in a tag, and the tokens in a value, are looked up after all of them have been read. Therefore the budget
+// also bounds a product: the characters read since the last callback, times the candidates allocated since then. In the
+// type declaration, dtdLimit keeps this product small.
 class DocumentParser : private DocumentMemory, public DocumentBuilder {
  public:
   explicit DocumentParser(const Budgets& given);
 
-  // Throws what the base does, DocumentRefused, and xercesc::OutOfMemoryException.
+  // Throws what the base class throws, DocumentRefused, and xercesc::OutOfMemoryException.
   void parse(const xercesc::InputSource& source);
 
-  // What the document, and what is to be built over it, leave of the budget of memory, in bytes.
+  // The bytes of the memory budget that remain for the record, after the document and its tree.
   std::uint64_t memoryLeft() const;
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                     const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
   void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
                   const XMLCh* prefix) override;
-  void startIntSubset() override { inType = true; }
-  void endIntSubset() override { inType = false; }
+  void startIntSubset() override { inDtd = true; }
+  void endIntSubset() override { inDtd = false; }
   void elementDecl(const xercesc::DTDElementDecl& declaration, bool isIgnored) override;
   void attDef(const xercesc::DTDElementDecl& element, const xercesc::DTDAttDef& definition, bool isIgnored) override;
   void entityDecl(const xercesc::DTDEntityDecl& declaration, bool isParameterEntity, bool isIgnored) override;
@@ -63,19 +63,19 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   void openEntity();
   void charge(std::uint64_t steps);
   void check();
-  void hold(std::uint64_t count, const Limit& limit);
+  void enforce(std::uint64_t count, const Limit& limit);
 
   const Budgets budgets;
   std::uint64_t work = 0;
   std::uint64_t charactersRead = 0;
-  std::uint64_t charactersBefore = 0;              // the last callback
-  std::uint64_t thingsThen = 0;                    // at the last callback
-  std::vector<std::size_t> prefixesInScope = {0};  // of the document and each open element
-  std::size_t mostInScope = 0;                     // open elements and prefixes, at one time
-  bool inType = false;
-  bool hasLists = false;                // some attribute is a list of references
+  std::uint64_t charactersThen = 0;                // charactersRead at the last callback
+  std::uint64_t candidatesThen = 0;                // memory.candidates at the last callback
+  std::vector<std::size_t> prefixesInScope = {0};  // in the document and in each open element
+  std::size_t mostInScope = 0;                     // maximum of open elements and prefixes in scope
+  bool inDtd = false;
+  bool hasLists = false;                // an attribute is declared as a list of references
   std::size_t longestEnumeration = 0;   // characters
-  std::size_t namespacesByDefault = 0;  // characters, and one for each
+  std::size_t namespacesByDefault = 0;  // default xmlns attributes: their number, and the characters of their values
   std::size_t longestEntity = 0;        // characters
   std::size_t errors = 0;
   std::size_t errorText = 0;  // characters

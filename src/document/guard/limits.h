@@ -1,8 +1,8 @@
-// What one document may cost, and the messages that report a document that costs more.
+// What one document may cost, and the messages for documents that exceed a budget or limit.
 //
-// Xerces-C alone takes minutes, or all of the memory, for some documents of a few kilobytes. So each document has two
-// budgets, a base and a factor times its size: bytes of memory, and steps of work. A step takes about half a
-// nanosecond. Real descriptions stay below a tenth of either.
+// Without limits, Xerces-C takes minutes, or all memory, for some documents of a few kilobytes. Therefore each document
+// has two budgets: bytes of memory, and steps of work. Each budget is a constant plus a factor times the size of the
+// document. A step takes about half a nanosecond. Real descriptions need less than a tenth of each budget.
 #pragma once
 
 #include <cstdint>
@@ -23,21 +23,21 @@ struct Budgets {
   Limit work;
 };
 
-// Elements and content models take stack: Xerces-C walks through both by recursion.
+// Xerces-C recurses into elements and content models, which takes stack.
 inline constexpr Limit depthLimit = {1'000, u"the document nests elements deeper than 1,000"};
 inline constexpr Limit modelLimit = {2'000, u"a content model of the document has more than 2,000 names and operators"};
 
-// Each open entity has a reader of 160 KB, and is compared with each that is opened within it.
+// Each open entity has a reader of 160 KB. A newly opened entity is compared with all open entities.
 inline constexpr Limit entityLimit = {64, u"the document nests entities deeper than 64"};
 
-// Much of what Xerces-C does when the declarations end grows with their square.
-inline constexpr Limit typeLimit = {std::uint64_t{64} << 10U,
-                                    u"the document type declaration does not end in the first 64 KiB"};
+// Much of the work that Xerces-C does at the end of the declarations is quadratic in their size.
+inline constexpr Limit dtdLimit = {std::uint64_t{64} << 10U,
+                                   u"the document type declaration does not end in the first 64 KiB"};
 
-// Each value is compared with all that are allowed, and they with each other.
+// Each value is compared with all allowed values, and the allowed values with each other.
 inline constexpr Limit enumerationLimit = {1'000, u"an enumeration of the document has more than 1,000 characters"};
 
-// For the patience of who reads them. The text of the last error counts too.
+// Nobody reads more errors than that. The text of the error that exceeds the limit counts too.
 inline constexpr Limit errorLimit = {1'000, u"the document has more than 1,000 errors"};
 inline constexpr Limit errorTextLimit = {99'900, u"the messages for the document's errors are too long"};  // characters
 

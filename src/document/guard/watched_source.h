@@ -1,4 +1,4 @@
-// WatchedSource: an input source that tells before each read.
+// WatchedSource: an input source that calls a function before each read.
 #pragma once
 
 #include <xercesc/sax/InputSource.hpp>
@@ -11,18 +11,17 @@
 
 namespace jexxml {
 
-// Called with the number of bytes that a read may give. May throw.
+// `bytes` is the most that the read can return. May throw.
 using ReadWatcher = std::function<void(XMLSize_t bytes)>;
 
-// Gives what another stream gives, a little at a time, so that Xerces-C never has much that the callbacks have not
-// seen.
+// Reads another stream in small pieces, so that Xerces-C never reads far ahead of the callbacks.
 struct WatchedStream final : xercesc::BinInputStream {
   WatchedStream(BinInputStream& stream, const ReadWatcher& beforeRead) : watched(stream), watcher(beforeRead) {}
 
   XMLFilePos curPos() const override { return watched.curPos(); }
   const XMLCh* getContentType() const override { return watched.getContentType(); }
   XMLSize_t readBytes(XMLByte* bytes, XMLSize_t wanted) override {
-    constexpr XMLSize_t most = 16'384;  // more than an XML declaration, which Xerces-C looks for in its first read
+    constexpr XMLSize_t most = 16'384;  // the first read has to return the whole XML declaration
     watcher(std::min(wanted, most));
     return watched.readBytes(bytes, std::min(wanted, most));
   }
@@ -31,7 +30,7 @@ struct WatchedStream final : xercesc::BinInputStream {
   const ReadWatcher& watcher;
 };
 
-// The source that it watches outlives it, and it outlives its one stream, which is allocated from `manager`.
+// Makes one stream, allocated from `manager`. `source` must outlive this object, and this object the stream.
 class WatchedSource final : public xercesc::InputSource {
  public:
   WatchedSource(const InputSource& source, xercesc::MemoryManager* manager, ReadWatcher beforeRead)
