@@ -1,4 +1,4 @@
-// Encrypting files under a passphrase: what stands behind the exported functions.
+// Encrypts files under a passphrase, for the exported functions.
 #pragma once
 
 #include <qzjexxml/kiv_byte_array.h>
@@ -7,15 +7,15 @@
 
 namespace jexxml {
 
-// The name beside `fileName` under which it is encrypted: the first ".xml" anywhere in the whole path
-// becomes ".enc"; without one, ".enc" is appended.
+// The name of the encrypted file: `fileName` with the first ".xml" anywhere in the path replaced by ".enc", or with
+// ".enc" appended if there is no ".xml".
 std::string encryptedFileName(std::string fileName);
 
-// As the exported EncryptFile, and leaves the encrypted bytes in `out`.
+// Does what the exported EncryptFile does, and stores the encrypted bytes in `out`.
 bool EncryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
 
-// Writes `text` without its NUL to a file, whose content it replaces. Whether the bytes reached the
-// disk is not checked. False after one of the messages:
+// Writes `text` without its NUL to a file and replaces its content. Errors during the write are not detected. Returns
+// false after one of these messages:
 //
 //   "Parameter Error!"                  `fileName` or `text` is null or empty
 //   "Could not open file: " + fileName

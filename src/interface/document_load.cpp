@@ -20,13 +20,13 @@ using xercesc::XMLPlatformUtils;
 
 namespace {
 
-// The file of the load, and between loads the last file that was read, until the library is unloaded.
+// The bytes of the last file that was read, until the library is unloaded.
 KIVByteArray gByteArray;
 
-// The running load's input source over those bytes; null outside a load.
+// The input source of the running load, over gByteArray. Null outside a load.
 std::unique_ptr<MemBufInputSource> gInputSource;
 
-// An input source over the file's bytes in gByteArray, or null when it cannot be read.
+// Reads the file into gByteArray and returns an input source over it. Null if the file cannot be read.
 std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
   if (!ReadXmlFile(fileName, gByteArray)) {
     return nullptr;
@@ -42,11 +42,11 @@ std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
 
 }  // namespace
 
-// The delegation completes the object first, so that its destructor runs whatever is thrown after that.
+// After the delegated constructor the object is complete, so the destructor runs even if run() throws.
 DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {
   try {
     run(fileName);
-  } catch (const xercesc::OutOfMemoryException&) {  // which is no std::exception
+  } catch (const xercesc::OutOfMemoryException&) {  // not a std::exception
     throw std::bad_alloc();
   }
 }

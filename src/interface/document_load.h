@@ -1,9 +1,9 @@
-// DocumentLoad: the sequence that every load of a description file runs, and its tear-down.
+// DocumentLoad: the steps of every load of a description file, and their tear-down.
 //
 //   start Xerces-C -> read the file -> parse it -> [the caller builds its tree and uses it]
 //   -> delete parser and document, input source, error reporter -> stop Xerces-C
 //
-// The objects of a running load are library-global, so only one load may run at a time.
+// The objects of a running load are global variables of the library, so only one load may run at a time.
 #pragma once
 
 #include "document/parser_library.h"
@@ -16,9 +16,9 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// Its constructor runs the sequence up to the document, its destructor the tear-down, also when an exception leaves
-// the constructor after Xerces-C's start. REQUIRES: whatever refers to the document is destroyed before. Throws
-// std::bad_alloc, also where Xerces-C has an exception of its own for out of memory.
+// The constructor runs the steps up to the document, and throws std::bad_alloc when out of memory. The destructor runs
+// the tear-down. It also runs if the constructor throws after Xerces-C has started. REQUIRES: everything that refers to
+// the document is destroyed first.
 class DocumentLoad {
  public:
   explicit DocumentLoad(const char* fileName);
@@ -26,11 +26,11 @@ class DocumentLoad {
   DocumentLoad& operator=(const DocumentLoad&) = delete;
   ~DocumentLoad();
 
-  // Null when a step failed, which has then been reported on the standard error stream. No tree is built over a null
+  // Null if a step failed; the failure has been reported on the standard error stream. No tree is built over a null
   // document.
   DOMNode* document() const { return parsedDocument; }
 
-  // What the document leaves of the memory that a load may take, in bytes, with its tree counted.
+  // The bytes of the load's memory budget that remain after the document and its tree.
   static std::uint64_t memoryLeft();
 
  private:

@@ -1,4 +1,4 @@
-// The part of a manifest's load between its document and its record.
+// The step of a load between the document and the record.
 #pragma once
 
 #include "manifest/kiv_nodes.h"
@@ -7,8 +7,9 @@
 
 namespace jexxml {
 
-// Builds the tree over `master.document`. True when a record is to be populated from it; else after a message, "The
-// file map is far larger than its document" where the paths of its roots would take more than `memoryLeft` bytes.
+// Builds the tree over `master.document`. Returns true if the record is to be populated from it. Returns false if the
+// tree is not built, and, after "The file map is far larger than its document", if the root paths in the record would
+// take more than `memoryLeft` bytes.
 bool buildWithinLimit(KivMaster& master, std::uint64_t memoryLeft);
 
 }  // namespace jexxml

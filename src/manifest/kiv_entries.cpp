@@ -3,7 +3,7 @@
 namespace jexxml {
 namespace {
 
-// Composes files. Its texts keep their room from one file to the next.
+// Composes files. Its strings reuse their memory for the next file.
 class FileComposer {
  public:
   KivFile compose(const std::string& rootPath, const KivFmDataNode& node) {
@@ -17,7 +17,7 @@ class FileComposer {
   }
 
  private:
-  // The rename where there is one, else the name. An empty text is never kept, so that it is read once more.
+  // The rename if it is not empty, else the name. An empty name is read again, to report an unset attribute again.
   static const std::string& restoredName(const NodeAttribute& rename, const NodeAttribute& name, std::string& nameText,
                                          std::string& renameText) {
     rename.readText(renameText);
@@ -30,7 +30,7 @@ class FileComposer {
     return nameText;
   }
 
-  // With '/' between them, as they stand.
+  // Joins the texts with '/'.
   static std::string joined(const std::string& first, const auto&... rest) {
     std::string path;
     path.reserve((first.size() + ... + (1 + rest.size())));

@@ -1,4 +1,4 @@
-// The entries of a manifest tree: what the record has of it.
+// The entries of a manifest tree, from which the record is made.
 #pragma once
 
 #include "manifest/kiv_nodes.h"
@@ -14,18 +14,18 @@ struct KivFile {
   std::string target;
 };
 
-// What is done with the entries, and with the elements that they come from.
+// Called for the entries, with the elements that define them.
 struct KivEntryActions {
   std::function<void(const DOMNode* element, const std::string& name, const std::string& path)> rootMacro;
 
-  // The files of a root, one for each node of its list. The action may take the files, and release the nodes.
+  // Called once for each root, with one file for each node of its list. May move the files, and release the nodes.
   std::function<void(KivFmRootNode& root, std::vector<KivFile>& files)> files;
 
   std::function<void(const DOMNode* element, std::string path)> searchPath;
 };
 
-// Composes the tree's root macros, files and search path: each "kiv" element's before the next one's, and each kind in
-// the document's order. A null root has none. REQUIRES: the document lives.
+// Composes the root macros, files and search path of each "kiv" element and calls the actions for them, each kind in
+// document order. Does nothing if the root is null. REQUIRES: the document still exists.
 void forEachEntry(const KivMaster& master, const KivEntryActions& actions);
 
 }  // namespace jexxml

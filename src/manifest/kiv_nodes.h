@@ -1,5 +1,5 @@
-// The archive manifest's vocabulary: one class for each kind of element, parents after their children, with the
-// attributes in the order in which they are fetched. docs/manifest-format.md has the format.
+// The vocabulary of archive manifests: one class for each kind of element, children before parents. The attributes are
+// in the order in which they are fetched. docs/manifest-format.md describes the format.
 #pragma once
 
 #include "tree/tree_build.h"

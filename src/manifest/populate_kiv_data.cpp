@@ -11,8 +11,9 @@
 namespace jexxml {
 namespace {
 
-// In the order of the sources, which all begin with the root's path, so that each has its place in the map after the
-// one before; those with the same source in the document's order, so that the last one counts (bench: "load unsorted").
+// Adds the files in the order of their sources, so that each is inserted after the one before (bench: "load unsorted").
+// All sources begin with the path of the root, which is not compared. The sort is stable, so the last file with a
+// source is used.
 void addFiles(std::vector<KivFile>& files, std::size_t rootLength, KIVData& data) {
   const auto belowRoot = [rootLength](const KivFile& file) { return std::string_view(file.source).substr(rootLength); };
   if (!std::ranges::is_sorted(files, {}, belowRoot)) {
@@ -46,8 +47,8 @@ std::uint64_t rootPathText(const KivMaster& master) {
   return text;
 }
 
-// A root's nodes give way before its files enter the record, which so grows into the memory that the tree had (bench:
-// "peak of a load").
+// Releases the nodes of a root before its files enter the record, which then uses the memory of the nodes (bench: "peak
+// of a load").
 bool populateKivData(const KivMaster& master, KIVData& data) {
   forEachEntry(master, {
                            .rootMacro = [&](const DOMNode* /*element*/, const std::string& name,
@@ -55,7 +56,7 @@ bool populateKivData(const KivMaster& master, KIVData& data) {
                            .files =
                                [&](KivFmRootNode& root, std::vector<KivFile>& files) {
                                  root.filemapDataNodeList.release();
-                                 addFiles(files, root.path.keptText().size(), data);
+                                 addFiles(files, root.path.cachedText().size(), data);
                                },
                            .searchPath = [&](const DOMNode* /*element*/,
                                              std::string path) { data.varnixPath.push_back(std::move(path)); },

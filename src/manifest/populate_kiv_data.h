@@ -1,4 +1,4 @@
-// Copying a manifest tree into the record that is handed to callers.
+// Copies a manifest tree into the record for the caller.
 #pragma once
 
 #include "manifest/kiv_nodes.h"
@@ -9,13 +9,13 @@
 
 namespace jexxml {
 
-// Bytes of the paths of the file map's roots as they stand in the record: each once for each of its files. Nothing else
-// in the record is larger than what the document was charged for it.
+// The bytes that the paths of the roots take in the record, where each file repeats the path of its root. The memory
+// budget of the document covers everything else in the record.
 std::uint64_t rootPathText(const KivMaster& master);
 
-// Adds the tree's root macros, file map and search path to `data`, each "kiv" element's before the
-// next one's, so that the document's last entry counts where keys agree. A null root adds nothing.
-// The nodes of files are released on the way. Returns true. REQUIRES: the document lives.
+// Adds the root macros, file map and search path of each "kiv" element to `data`, in document order. If several entries
+// have the same key, the last one is used. Adds nothing if the root is null. Releases the nodes of files. Returns true.
+// REQUIRES: the document still exists.
 bool populateKivData(const KivMaster& master, KIVData& data);
 
 }  // namespace jexxml

@@ -7,7 +7,7 @@
 
 namespace jexxml {
 
-static_assert(std::is_same_v<XMLCh, char16_t>, "libnuvo and the parser share one 16-bit type");
+static_assert(std::is_same_v<XMLCh, char16_t>, "libnuvo and Xerces-C have the same 16-bit type");
 
 LcpText::LcpText(const XMLCh* string) : text(utf16_to_lcp(string, -1)) {}
 

@@ -1,4 +1,4 @@
-// LcpText: a parser string converted to the local code page, for printing, comparing and copying.
+// LcpText: a Xerces-C string converted to the locale encoding, for printing, comparing and copying.
 #pragma once
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -11,7 +11,7 @@ namespace jexxml {
 // Owns the converted text. Not copyable.
 class LcpText {
  public:
-  // Converts up to the terminating NUL. A null string gives no text.
+  // Converts `string` up to its NUL. Has no text if `string` is null.
   explicit LcpText(const XMLCh* string);
   LcpText(const LcpText&) = delete;
   LcpText& operator=(const LcpText&) = delete;
@@ -19,7 +19,7 @@ class LcpText {
 
   bool isNull() const { return text == nullptr; }
 
-  // The converted text, empty if there is none; valid as long as this object.
+  // The converted text; empty if there is none. Valid as long as this object.
   std::string_view view() const;
 
  private:

@@ -1,4 +1,4 @@
-// ChildNodeList: the nodes for an element's children of one name.
+// ChildNodeList: the nodes for the children of an element that have a given name.
 #pragma once
 
 #include "tree/dom_navigation.h"
@@ -13,11 +13,11 @@ namespace jexxml {
 // T is a node class. Owns its nodes.
 template <typename T>
 struct ChildNodeList {
-  // `name` is the children's.
+  // `name` is the name of the children.
   explicit ChildNodeList(XmlName name) : elementName(xmlNames[name.index]) {}
 
-  // Creates, processes and appends a node for each child of `element` that is named so, in document
-  // order. A child whose processing fails stays. False, without a message, for a null `element`.
+  // Creates, processes and appends a node for each child of `element` with that name, in document order. A node stays
+  // in the list if its process() returns false. Returns false, without a message, if `element` is null.
   bool build(DOMNode* element, const XmlCommonStrings* commonStrings) {
     if (element == nullptr) {
       return false;
@@ -51,11 +51,11 @@ struct ChildNodeList {
   auto end() const { return nodes.end(); }
 
   const char* elementName;
-  std::vector<T> nodes;       // side by side: a file map has very many
+  std::vector<T> nodes;       // contiguous, because a file map has very many
   DOMNode* parent = nullptr;  // not owned; null until built
 
  private:
-  // A child whose processing throws does not stay.
+  // Removes the node again if its process() throws.
   void append(DOMNode* element, const XmlCommonStrings* commonStrings) {
     nodes.emplace_back(element, commonStrings);
     try {

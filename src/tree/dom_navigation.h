@@ -1,4 +1,4 @@
-// Walking a DOM: counting elements, and finding them by name among a node's children and siblings.
+// Counts elements, and finds them by name among the children and siblings of a node.
 #pragma once
 
 #include <xercesc/dom/DOMNode.hpp>
@@ -7,8 +7,8 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// A name to look for. Converts each node's name, but caches the last conversion: a document pools its names, so that
-// nodes in a row mostly share theirs.
+// A name to look for. Converts the name of a node and caches the last result, because siblings mostly share one name
+// string.
 class ElementName {
  public:
   ElementName(const char* name) : text(name) {}
@@ -22,14 +22,13 @@ class ElementName {
   mutable bool lastMatched = false;
 };
 
-// A node matches a name when it is an element and its qualified name, in the local code page, is the same byte for
-// byte. Nodes of other kinds are stepped over. A null node and a null or empty name are reported on the standard error
-// stream.
+// A node matches a name if it is an element and its qualified name, in the locale encoding, has the same bytes. Other
+// kinds of nodes are skipped. A null node, and a null or empty name, are reported on the standard error stream.
 
-// Elements in the subtree of `node`, itself included. -1 for a null node.
+// The number of elements in the subtree of `node`, including `node`. -1 if `node` is null.
 int CountAllChildElements(DOMNode* node);
 
-// Direct children of `parent` that match. -1 for a null or empty argument.
+// The number of direct children of `parent` that match. -1 if an argument is null or empty.
 int CountDirectChildrenWithThisName(DOMNode* parent, const ElementName& name);
 
 // The first direct child of `parent` that matches, or null.

@@ -12,7 +12,7 @@ void dumpLine(std::initializer_list<DumpField> fields) {
   std::for_each(std::rbegin(fields), std::rend(fields), [](const DumpField& field) { field.attribute.getText(); });
   dumpLine("");
   for (const DumpField& field : fields) {
-    std::cerr << field.label << field.attribute.keptText();
+    std::cerr << field.label << field.attribute.cachedText();
   }
 }
 

@@ -1,4 +1,4 @@
-// Lines of the diagnostic dumps, on the standard error stream.
+// Writes the lines of the diagnostic dumps to the standard error stream.
 #pragma once
 
 #include "tree/node_attribute.h"
@@ -13,13 +13,13 @@ struct DumpField {
   NodeAttribute& attribute;
 };
 
-// Each line is written as a line end and then its text, so that a dump begins with an empty line and
-// does not end its last one.
+// A line is written as a line end followed by the text. So a dump begins with an empty line, and its last line is not
+// ended.
 
 void dumpLine(std::string_view text);
 
-// A line of labels, each with the text of its attribute. The texts are read before anything is written, from the last
-// to the first, so that the report of an attribute that was never fetched continues the line before.
+// A line of labels, each followed by the text of its attribute. Reads the texts before it writes anything, from the
+// last to the first. So the report of an attribute that was never fetched is at the end of the previous line.
 void dumpLine(std::initializer_list<DumpField> fields);
 
 }  // namespace jexxml

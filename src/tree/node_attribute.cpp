@@ -54,10 +54,10 @@ const std::string& NodeAttribute::getText() {
       text = std::make_unique<const std::string>(std::move(converted));
     }
   }
-  return keptText();
+  return cachedText();
 }
 
-const std::string& NodeAttribute::keptText() const {
+const std::string& NodeAttribute::cachedText() const {
   static const std::string none;
   return text == nullptr ? none : *text;
 }

@@ -11,27 +11,27 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// Looked up once by fetch, then read as text. Nothing that the pointers refer to is owned: the DOM document must
-// outlive every use but destruction, and `attributeName` ends with the build.
+// To be looked up once by fetch, and then read as text. The pointers own nothing: the document must outlive every use
+// except destruction, and `attributeName` is valid only during the build.
 struct NodeAttribute {
-  // `element` may be null; `name` is an entry of the build's XmlCommonStrings.
+  // `element` may be null. `name` is an entry of the XmlCommonStrings of the build, which may be null.
   NodeAttribute(DOMNode* element, const XMLCh* name) : ownerNode(element), attributeName(name) {}
 
-  // Looks the attribute up on its element. Without an element or a name it reports so and leaves the record unfilled.
+  // Looks the attribute up in its element. If the element or the name is null, reports that and changes nothing.
   void fetch() { fetch({this}); }
 
-  // The same for several attributes of one element, in one pass over those that it has.
+  // Does the same for several attributes of one element, in one pass over the attributes of the element.
   static void fetch(std::initializer_list<NodeAttribute*> attributes);
 
-  // The value in the local code page; empty for an absent attribute, and for one that was never fetched, which is
-  // reported at every call. A text that is not empty is kept and not converted again. The reference is valid until the
-  // next call or the end of the record.
+  // The value in the locale encoding. Empty if the attribute is absent or was never fetched; the latter is reported at
+  // every call. A text that is not empty is cached. The reference is valid until the next call or the destruction of
+  // this object.
   const std::string& getText();
 
-  // The text that getText has kept; empty if it has none.
-  const std::string& keptText() const;
+  // The text that getText has cached; empty if there is none.
+  const std::string& cachedText() const;
 
-  // As getText, but into `out`, whose memory is used again, and without keeping the text here.
+  // Does what getText does, but stores the text in `out`, whose memory it reuses, and does not cache it.
   void readText(std::string& out) const;
 
   const XMLCh* nodeName = nullptr;  // null until fetched
@@ -39,9 +39,9 @@ struct NodeAttribute {
   const XMLCh* value = nullptr;     // null until fetched, and when the attribute is absent
   DOMNode* ownerNode;
   const XMLCh* attributeName;
-  bool missing = false;  // a lookup found no such attribute
+  bool missing = false;  // fetch found no such attribute
 
-  // On the heap: a file map has very many attributes, and getText is asked for few of them (bench: "peak of a load").
+  // On the heap, because a file map has very many attributes and getText is called for few (bench: "peak of a load").
   std::unique_ptr<const std::string> text;
 
  private:

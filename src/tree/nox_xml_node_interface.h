@@ -1,9 +1,8 @@
-// NoxXmlNodeInterface: what every node class of the two document trees is.
+// NoxXmlNodeInterface: the base of every node class of the two trees.
 //
-// A node class derives directly and publicly from it, and holds, in this order: one NodeAttribute for each attribute,
-// one ChildNodeList for each kind of child. The two members before these, which all classes have, stand here, so that
-// no class repeats them and a constructor for them: each inherits the one below, and the initialisers of its own
-// members, which run after it, refer to them. In memory they come first, as they would in the class itself.
+// A node class derives directly and publicly from it. It inherits the constructor below. Its members are, in this
+// order, one NodeAttribute for each attribute and one ChildNodeList for each kind of child. The initialisers of these
+// members use the two members of the base, which come first in memory.
 #pragma once
 
 #include "tree/xml_common_strings.h"
@@ -17,16 +16,16 @@ class NoxXmlNodeInterface {
   NoxXmlNodeInterface(xercesc::DOMNode* element, const XmlCommonStrings* strings)
       : domNode(element), commonStrings(strings) {}
 
-  // Fetches the node's attributes and builds its lists of children, and with them its whole subtree.
-  // Called once, during the build. Problems are written to the standard error stream; false when the
-  // node has no element, which a parent does not look at.
+  // Fetches the attributes of the node and builds its lists of children, and so its whole subtree. Called once, during
+  // the build. Writes problems to the standard error stream. Returns false if the node has no element. Only the build
+  // of the root uses the result.
   virtual bool process() = 0;
 
   xercesc::DOMNode* domNode;              // the element; not owned
   const XmlCommonStrings* commonStrings;  // of the running build; not owned
 
  protected:
-  // Nodes are destroyed as their own class only, so the destructor is not virtual.
+  // Not virtual, because nodes are destroyed only as their own class.
   ~NoxXmlNodeInterface() = default;
 };
 

@@ -7,7 +7,7 @@
 
 namespace jexxml {
 
-// Both vocabularies report under the manifest's name.
+// The messages name buildKivMaster for project descriptions too.
 void reportBuildException() {
   try {
     throw;

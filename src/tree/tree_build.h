@@ -1,5 +1,5 @@
-// Building a tree of nodes over a document: the record of one build, the build itself, and the steps
-// from which each node class composes its process().
+// Builds a tree of nodes over a document: the result of a build, the build itself, and the steps of process() in the
+// node classes.
 #pragma once
 
 #include "tree/child_node_list.h"
@@ -15,24 +15,23 @@
 
 namespace jexxml {
 
-// One document and the tree over it. The tree refers to the document, which its parser owns, so it is
-// destroyed first.
+// A document and the tree over it. The parser owns the document. REQUIRES: the tree is destroyed before the parser.
 template <typename Root>
 struct DocumentTree {
   DOMNode* document = nullptr;
   std::unique_ptr<Root> root;  // null until the build creates it
 };
 
-// For use in a handler: reports the exception that ended a build, by its kind.
+// To be called in a catch handler: reports the exception that ended a build.
 void reportBuildException();
 
-// Builds the tree over the document's first element, whatever its name; what stands before that
-// element is stepped over. True when the tree may be read; a null root then stands for a document without content.
+// Builds the tree over the first element of the document, whatever its name. Returns true if the tree may be read,
+// which then has a null root if the document is empty.
 //
-//   no document, or none of its nodes is an element   false, no root
-//   no memory for the names; reported                 false, no root
+//   no document, or no element in the document        false, no root
+//   out of memory for the names; reported             false, no root
 //   the root's process() returned false; reported     false, with the root
-//   an exception; reported                            true, with what was complete before
+//   an exception; reported                            true, with the part that was complete
 //
 // REQUIRES: `tree.root` is null.
 template <typename Root>
@@ -66,13 +65,13 @@ bool buildTree(DocumentTree<Root>& tree) {
 
 // The steps of a node's process(), to be joined with &&.
 
-// Fetches the attributes. Returns true: an absent attribute is no failure.
+// Fetches the attributes. Returns true, because an absent attribute is not a failure.
 bool fetch(std::same_as<NodeAttribute> auto&... attributes) {
   NodeAttribute::fetch({&attributes...});
   return true;
 }
 
-// Builds lists of the node in the order given; when one fails, writes the message and returns false.
+// Builds the lists of the node in the given order. If one fails, writes the message and returns false.
 template <typename... T>
 bool build(const auto& node, const char* message, ChildNodeList<T>&... lists) {
   const bool built = (lists.build(node.domNode, node.commonStrings) && ...);

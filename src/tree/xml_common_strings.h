@@ -1,4 +1,4 @@
-// XmlCommonStrings: the element and attribute names of both vocabularies as parser strings.
+// XmlCommonStrings: the element and attribute names of both vocabularies as Xerces-C strings.
 #pragma once
 
 #include <nuvo.h>
@@ -12,7 +12,7 @@
 
 namespace jexxml {
 
-// A fuzzer's dictionary is made of them (script/fuzz). clang-format would align all names to a longer new one.
+// script/fuzz puts these names into the fuzzer's dictionary. clang-format would realign all of them for a longer name.
 // clang-format off
 inline constexpr std::array xmlNames = {
     "doc_root",   "kiv",         "rootmacro",  "varnixpath",  "filemap",     "root",     "data",
@@ -23,8 +23,7 @@ inline constexpr std::array xmlNames = {
 };
 // clang-format on
 
-// A name's place in the table. Made from the name while compiling: one that is not in the table does
-// not compile.
+// The index of a name in the table, computed at compile time. A name that is not in the table does not compile.
 struct XmlName {
   consteval XmlName(const char* name) {
     while (std::string_view(xmlNames.at(index)) != name) {
@@ -35,15 +34,15 @@ struct XmlName {
   std::size_t index = 0;
 };
 
-// Made for one build, released at its end; nothing may keep an entry longer. Not copyable.
+// Exists for one build. Its strings must not be used afterwards. Not copyable.
 class XmlCommonStrings {
  public:
-  // Converts all names; one that cannot be converted has a null entry.
+  // Converts all names. A name that cannot be converted has a null entry.
   XmlCommonStrings();
   XmlCommonStrings(const XmlCommonStrings&) = delete;
   XmlCommonStrings& operator=(const XmlCommonStrings&) = delete;
 
-  // The parser string for a name: get("dir_name").
+  // The Xerces-C string for a name: get("dir_name").
   const XMLCh* get(XmlName name) const { return strings[name.index].get(); }
 
  private:
