@@ -1,4 +1,4 @@
-// Times and peak memory of the library's functions beside the same work done otherwise.
+// Compares times and peak memory of the library's functions with other ways to do the same work.
 #include "manifests.h"
 #include "measure.h"
 #include "other_readers.h"
@@ -29,7 +29,7 @@ namespace {
 using namespace bench;
 using namespace xercesc;
 
-// The file in one fresh block, with one fread.
+// Reads the file into a new block with one fread.
 std::unique_ptr<char[]> freadWhole(const std::string& path, std::size_t& size) {
   std::FILE* file = std::fopen(path.c_str(), "rb");
   std::fseek(file, 0, SEEK_END);
@@ -43,7 +43,7 @@ std::unique_ptr<char[]> freadWhole(const std::string& path, std::size_t& size) {
   return block;
 }
 
-// A parse with the library's settings, and what is done with the document.
+// Parses with the library's settings and calls `use` with the document.
 void parse(const std::string& path, const std::function<void(DOMDocument*)>& use) {
   XMLPlatformUtils::Initialize();
   {
@@ -75,7 +75,7 @@ void forEachChild(const DOMElement* parent, Visit visit) {
   }
 }
 
-// The file map, straight from the document.
+// Fills the file map directly from the document.
 void handWritten(const std::string& path) {
   auto record = std::make_unique<KIVData>();
   parse(path, [&record](DOMDocument* document) {
@@ -99,7 +99,7 @@ void load(const std::string& path) {
   TermKIVData(&record);
 }
 
-// Each manifest in a directory, loaded by itself.
+// Loads each manifest of a directory separately.
 void loadAll(const std::string& directory) {
   for (const auto& file : std::filesystem::directory_iterator(directory)) {
     load(file.path());
@@ -126,7 +126,7 @@ void readXmlFile(const std::string& path) {
 
 char passphrase[] = "secret";
 
-// What EncryptFile does, with libsodium's two functions called directly.
+// Does what EncryptFile does, with direct calls of libsodium.
 void sodiumCalls(const std::string& path) {
   std::size_t size = 0;
   const auto plaintext = freadWhole(path, size);
@@ -148,8 +148,8 @@ void sodiumCalls(const std::string& path) {
 
 void encryptFile(const std::string& path) { EncryptFile(path.c_str(), passphrase); }
 
-// Prints the rows that speed.gnuplot draws: for each reader its name, then entries, milliseconds and MiB for unsorted
-// manifests, of the fastest of five processes.
+// Prints the rows that speed.gnuplot draws. For each reader: its name, then a row of entries, milliseconds and MiB for
+// each unsorted manifest. The fastest of five processes counts.
 void printBySize() {
   constexpr std::pair<const char*, Work> readers[] = {{"hand-written, over Xerces-C", handWritten},
                                                       {"Xerces-C, parse only", bareParse},

@@ -10,7 +10,7 @@
 namespace bench {
 namespace {
 
-// A directory for the files, removed with them at the end.
+// A directory for the files; removed when the program ends.
 struct Directory {
   Directory() { std::filesystem::create_directory(path); }
   Directory(const Directory&) = delete;

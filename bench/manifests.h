@@ -17,10 +17,10 @@ void writeManifest(std::ostream& stream, Shape shape, int entries);
 // removed when the program ends.
 std::string manifestFile(Shape shape, int entries);
 
-// The same for a directory of that many unsorted manifests.
+// Does the same for a directory of that many unsorted manifests.
 std::string manifestDirectory(int files, int entries);
 
-// The same for a file of 64 MiB that is not a manifest.
+// Does the same for a file of 64 MiB that is not a manifest.
 std::string largeFile();
 
 }  // namespace bench

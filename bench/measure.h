@@ -1,4 +1,4 @@
-// Timing works and parts of works, and printing them as rows of a table beside something else.
+// Measures work and parts of it, and prints tables that compare them.
 #pragma once
 
 #include <string>
@@ -7,28 +7,26 @@ namespace bench {
 
 using Work = void (*)(const std::string& path);
 
-// Does a work and returns the seconds that a part of it took.
+// Does the work and returns the seconds that a part of it took.
 using PartOfWork = double (*)(const std::string& path);
 
-// Registers a work to be timed on a file, under a name for milliseconds(). Each of the repetitions takes its memory
-// afresh from the system, whatever ran before it.
+// Registers work to be timed on a file, under a name for milliseconds(). Each repetition starts with all free memory
+// returned to the system.
 void time(const std::string& name, Work work, const std::string& path, int repetitions = 11);
 void timePart(const std::string& name, PartOfWork work, const std::string& path);
 
-// The processor time that this process and the children that it waited for have taken. What else the machine does
-// counts little in it.
+// The processor time of this process and of the children that it waited for. Other processes hardly affect it.
 double processorSeconds();
 
-// Runs what was registered, as the arguments of Google Benchmark say. What Google Benchmark prints goes to a file
-// beside the program, PROGRAM.log.
+// Runs the registered work with the arguments of Google Benchmark, whose output goes to the file PROGRAM.log.
 void run(int argc, char* argv[]);
 
-// What a run took of processor time, as a lower quartile: away from slow times, in which the machine did something
-// else, and from single lucky ones. NaN for what the arguments left out.
+// The processor time of the work with that name. It is the lower quartile of the repetitions, which excludes disturbed
+// runs and single fast ones. NaN if the arguments excluded the work.
 double milliseconds(const std::string& name);
 
-// What a process takes that does nothing but the work: milliseconds of processor time, and MiB at its peak and
-// afterwards. To be called before this process takes any memory that its children would inherit.
+// Runs the work in a process of its own. Returns the milliseconds of processor time, and the MiB of memory at its peak
+// and after the work. To be called before this process allocates memory, which the child would inherit.
 struct Process {
   double milliseconds;
   double peak;
@@ -36,7 +34,7 @@ struct Process {
 };
 Process inProcess(Work work, const std::string& path);
 
-// A table of values, what each is beside, and their ratios; `bar` is what a ratio has to stay below.
+// Print a table: a value, the value to compare it with, and their ratio. The ratio should stay below `bar`.
 void printHead(const std::string& what);
 void printRow(const std::string& what, const std::string& beside, double value, double base, const std::string& bar);
 

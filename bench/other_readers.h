@@ -1,4 +1,5 @@
-// The record of a manifest's file map, filled by readers without the library's checks and diagnostics, for comparison.
+// Readers to compare the library with. They fill the file map of a record, without the library's checks and
+// diagnostics.
 #pragma once
 
 #include <qzjexxml/kiv_data.h>
@@ -9,7 +10,7 @@
 
 namespace bench {
 
-// One file of the map as its attributes have it.
+// The attributes of one file.
 struct FileAttributes {
   std::string dirName;
   std::string fileName;
@@ -17,16 +18,16 @@ struct FileAttributes {
   std::string fileRename;
 };
 
-// Converted by Xerces-C; empty for a null text.
+// Converts `text` with Xerces-C. Empty if `text` is null.
 std::string copyOf(const XMLCh* text);
 
-// Composes and adds it as a load does.
+// Composes the entry of a file as a load does, and adds it to the record.
 void addFile(KIVData& record, const std::string& rootPath, const FileAttributes& file);
 
 void readWithLibxml2(const std::string& path);
 void readWithPugixml(const std::string& path);
 
-// Xerces-C's SAX2 events, without a document.
+// With SAX2 events of Xerces-C, without a document.
 void readWithXercesSax(const std::string& path);
 
 }  // namespace bench

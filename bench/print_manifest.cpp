@@ -1,4 +1,4 @@
-// Prints a manifest of 100,000 entries, for a profiler's runs: "sorted" or "unsorted".
+// Prints a manifest of 100,000 entries to run a profiler on. Argument: "sorted" or "unsorted".
 #include "manifests.h"
 
 #include <iostream>

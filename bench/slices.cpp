@@ -1,4 +1,4 @@
-// What the slices of a load cost, each beside the least that it could cost.
+// Measures the slices of a load, and compares each with the least that it could cost.
 #include "document/parse_document.h"
 #include "manifest/populate_kiv_data.h"
 #include "manifests.h"
@@ -36,7 +36,7 @@ double reading(const std::string& path) {
   return secondsOf([&] { ReadXmlFile(path.c_str(), bytes); });
 }
 
-// With one read into a fresh block.
+// With one read into a new block.
 double readingAtLeast(const std::string& path) {
   std::unique_ptr<char[]> block;
   return secondsOf([&] {
@@ -54,7 +54,7 @@ double readingAtLeast(const std::string& path) {
   });
 }
 
-// What is parsed: a manifest's bytes.
+// The bytes of a manifest, as input for a parser.
 struct Source {
   explicit Source(const std::string& path) {
     ReadXmlFile(path.c_str(), bytes);
@@ -66,7 +66,7 @@ struct Source {
   std::optional<xercesc::MemBufInputSource> input;
 };
 
-// A document, parsed as a load parses it.
+// A document that was parsed as in a load.
 struct Document {
   explicit Document(const std::string& path) : source(path) {
     seconds = secondsOf([this] { document = jexxml::parseDocument(*source.input, source.bytes.length); });
@@ -85,7 +85,7 @@ struct Document {
 
 double parsing(const std::string& path) { return Document(path).seconds; }
 
-// Xerces-C without a document.
+// With Xerces-C, but without a document.
 double parsingAtLeast(const std::string& path) {
   const Source source(path);
   xercesc::SAXParser parser;
@@ -102,7 +102,7 @@ double filling(const std::string& path) {
   return secondsOf([&] { jexxml::populateKivData(master, record); });
 }
 
-// From ready strings in the order of the record.
+// From strings that are already in the order of the record.
 double fillingAtLeast(const std::string& path) {
   std::vector<std::pair<std::string, std::string>> files;
   KIVData* loaded = nullptr;

@@ -1,4 +1,5 @@
-# Draws docs/speed.svg from what `qzjexxml_bench --by-size` printed. Arguments: that file, and a text that says of which code.
+# Draws docs/speed.svg. Arguments: a file with the output of `qzjexxml_bench --by-size`, and a title that names the
+# commit.
 set terminal svg size 960,440 background "white" font "sans-serif,13"
 set multiplot layout 1,2 title ARG2
 set logscale xy

@@ -1,5 +1,5 @@
-# 32-bit x86 Linux: Debian's cross compiler, and a 32-bit system in build/i386-sysroot, which script/setup makes.
-# What was built is run by that system's own dynamic loader, or by qemu-user.
+# 32-bit x86 Linux: Debian's cross compiler, and a 32-bit system in build/i386-sysroot, which script/setup makes. The
+# dynamic loader of that system runs the programs, or qemu-user does.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
@@ -17,7 +17,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# iconv loads its code pages from where GCONV_PATH says. How programs run is script/setup's choice.
+# iconv loads its encodings from GCONV_PATH. script/setup chooses how programs run.
 set(i386_libraries ${i386_root}/usr/lib/i386-linux-gnu)
 file(STRINGS ${i386_runner_file} i386_runner)
 if(i386_runner STREQUAL qemu-user)

@@ -1,4 +1,4 @@
-# What is installed, and how it is found there. The Debian packages are in debian/.
+# Installs the project, and the files by which CMake and pkg-config find it. The Debian packages are in debian/.
 include(CMakePackageConfigHelpers)
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/qzjexxml)
@@ -31,7 +31,7 @@ install(EXPORT qzjexxml NAMESPACE qzjexxml:: FILE qzjexxml-config.cmake DESTINAT
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/qzjexxml-config-version.cmake DESTINATION ${package_directory})
 
-# What was installed elsewhere than in the system's own directories may be moved, and has no need to be in the loader's path.
+# An installation outside /usr can be moved, and does not have to be in the loader's path.
 set(prefix /usr)
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL /usr)
   file(RELATIVE_PATH prefix_from_pkgconfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)

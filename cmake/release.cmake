@@ -1,5 +1,5 @@
-# Writes the header OUTPUT, with the name of the RELEASE, and of the commit where SOURCE is a checkout of git. Configuring and
-# every build run it; the header changes only when they do.
+# Writes the header OUTPUT with the RELEASE, and with the commit if SOURCE is a git checkout. Runs at each configuration
+# and at each build; the header is rewritten only if its text changes.
 cmake_minimum_required(VERSION 3.25)
 if(EXISTS ${SOURCE}/.git)
   execute_process(COMMAND git -C ${SOURCE} describe --always --exclude=* --abbrev=12 --dirty

@@ -1,5 +1,6 @@
-// Feeds files to the decryption: the input as it is, of which only the seeds decrypt; and the input sealed into a
-// good file, as a salt, a nonce and a plaintext, which must come back, and must not with one bit changed.
+// Decrypts two files for each input. The first is the input itself; only the seeds can be decrypted. The second is
+// encrypted with a salt, nonce and plaintext from the input. It must decrypt to the plaintext, and must not decrypt
+// after one bit has changed.
 #include "in_memory_file.h"
 #include "sealed_file.h"
 
@@ -18,7 +19,7 @@ void expect(bool condition) {
   }
 }
 
-// Whether `file` decrypts, and then to `plaintext`.
+// Returns whether `file` can be decrypted; if so, the result has to be `plaintext`.
 bool decryptsTo(std::string_view plaintext, const unsigned char* file, std::size_t size) {
   const InMemoryFile stored(file, size);
   KIVByteArray array;
@@ -30,8 +31,8 @@ bool decryptsTo(std::string_view plaintext, const unsigned char* file, std::size
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  // More than one pass, little-endian at offset 8, over 64 MiB or more, in KiB at offset 12, would only
-  // slow the search down.
+  // Skips headers with more than one pass (offset 8, little-endian) over 64 MiB or more (offset 12, in KiB): they would
+  // only slow the search down.
   if (size >= 16 && bytes[8] > 1 && bytes[9] == 0 && bytes[14] != 0) {
     return -1;
   }
@@ -43,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     std::string file = sealed::file(plaintext, passphrase, sealed::cheapStart(), random);
     const auto* stored = reinterpret_cast<const unsigned char*>(file.data());
     expect(decryptsTo(plaintext, stored, file.size()));
-    // Not in the costs, which then would be paid.
+    // Outside the costs in the header, because higher costs would have to be paid.
     const std::size_t place = 16 + (bytes[0] * 256U + bytes[1]) % (file.size() - 16);
     file[place] = static_cast<char>(file[place] ^ (1 << bytes[2] % 8));
     expect(!decryptsTo(plaintext, stored, file.size()));

@@ -1,6 +1,8 @@
-// Loads each hostile document in a process of its own, and prints the ten dearest at each size with what they cost and
-// how they ended. Exits with 1 when one costs more than it may: processor time, memory, or characters of messages.
-// Arguments: nothing, or a part of the documents' names, of which then all are printed; with --print SIZE, the
+// Loads each hostile document in a process of its own. Prints the ten most expensive documents of each size, with their
+// cost and result. Exits with 1 if a document is too expensive in processor time or in characters of messages, or if
+// its process is killed.
+//
+// An argument selects the documents whose name contains it, and prints all of them. --print SIZE after it prints the
 // documents themselves.
 #include "hostile_documents.h"
 
@@ -28,7 +30,7 @@ struct Bound {
 };
 
 constexpr Bound bounds[] = {{std::size_t{64} << 10U, 0.5}, {std::size_t{1} << 20U, 1.5}};
-constexpr std::size_t mostMessages = 200'000;  // characters, with the place of each
+constexpr std::size_t mostMessages = 200'000;  // characters, including the positions
 
 struct Cost {
   std::string name;
@@ -68,7 +70,7 @@ Cost load(const std::string& name, const std::string& directory, const std::stri
           .messages = {std::istreambuf_iterator<char>(stream), {}}};
 }
 
-// The beginning of the reason that the messages give last, before the line that ends every failed load.
+// The beginning of the last error in the messages, which precedes the last line of a failed load.
 std::string reason(const std::string& messages) {
   constexpr std::string_view label = "   Message: ";
   const std::size_t place = messages.rfind(label);
@@ -97,15 +99,15 @@ int main(int argc, char* argv[]) {
   if (mkdtemp(directory.data()) == nullptr) {
     return 2;
   }
-  std::size_t tooDear = 0;
+  std::size_t tooExpensive = 0;
   for (const Bound& bound : bounds) {
     std::vector<Cost> costs;
     for (const auto& document : documents) {
       costs.push_back(load(document.name, directory, document.text(bound.size)));
       const Cost& cost = costs.back();
       if (!cost.survived || cost.seconds > bound.seconds || cost.messages.size() > mostMessages) {
-        ++tooDear;
-        std::printf("TOO DEAR ");
+        ++tooExpensive;
+        std::printf("TOO EXPENSIVE ");
         print(cost, bound);
         std::fflush(stdout);
       }
@@ -118,6 +120,6 @@ int main(int argc, char* argv[]) {
     std::fflush(stdout);
   }
   std::filesystem::remove_all(directory);
-  std::printf("%zu documents of each size, %zu too dear\n", documents.size(), tooDear);
-  return tooDear == 0 ? 0 : 1;
+  std::printf("%zu documents of each size, %zu too expensive\n", documents.size(), tooExpensive);
+  return tooExpensive == 0 ? 0 : 1;
 }

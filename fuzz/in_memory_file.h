@@ -1,4 +1,4 @@
-// A file that exists in memory only, for functions that take a file's name.
+// A file in memory, for functions that take the name of a file.
 #pragma once
 
 #include <sys/mman.h>
@@ -16,7 +16,7 @@ class InMemoryFile {
     if (write(descriptor, bytes, size) != static_cast<ssize_t>(size)) {
       std::abort();
     }
-    std::cerr.rdbuf(nullptr);  // diagnostics are not looked at
+    std::cerr.rdbuf(nullptr);  // diagnostics are discarded
   }
   InMemoryFile(const InMemoryFile&) = delete;
   InMemoryFile& operator=(const InMemoryFile&) = delete;

@@ -1,4 +1,4 @@
-// Feeds a file to both loads; a good one must still load afterwards.
+// Loads a file as a manifest and as a project description. A good file must still load afterwards.
 #include "in_memory_file.h"
 
 #include <qzjexxml/qzjexxml.h>
@@ -19,7 +19,7 @@ KIVData* loadManifest(const InMemoryFile& file) {
 
 }  // namespace
 
-// Started here once, the parser library costs the loads nothing to start and stop.
+// Starts Xerces-C once, so that the loads do not have to start and stop it.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   xercesc::XMLPlatformUtils::Initialize();
   return 0;

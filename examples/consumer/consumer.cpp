@@ -1,4 +1,4 @@
-// Loads an archive manifest and prints its record: the whole of what a program does with the library.
+// Loads an archive manifest and prints its record.
 #include <qzjexxml/manifest.h>
 
 #include <exception>

@@ -25,11 +25,11 @@
 
 namespace {
 
-// For what is written: the second recommendation of RFC 9106.
+// The costs of new files: the second recommendation of RFC 9106.
 constexpr std::uint32_t passes = 3;
 constexpr std::uint32_t memoryKib = 64 * 1024;
 
-// For what is read: the most that a hostile file can make a derivation cost.
+// The highest costs accepted in a file: they bound what a hostile file can make a key derivation cost.
 constexpr std::uint32_t maximumPasses = 10;
 constexpr std::uint32_t maximumMemoryKib = 256 * 1024;
 
@@ -120,14 +120,14 @@ bool decrypt(KIVByteArray& file, KIVByteArray& plaintext, const KIVByteArray& pa
   }
   const unsigned char* header = bytesOf(file);
   const Key key(header, passphrase);
-  // Checks the tag before it writes anything.
+  // libsodium checks the tag before it writes the plaintext.
   plaintext = newArray(file.length - headerSize - tagSize);
   return crypto_aead_xchacha20poly1305_ietf_decrypt(bytesOf(plaintext), nullptr, nullptr, header + headerSize,
                                                     file.length - headerSize, header, headerSize, header + nonceOffset,
                                                     key.data()) == 0;
 }
 
-// Runs either direction into an array of its own, so that `output` is empty on failure and may be `input` itself.
+// Encrypts or decrypts into a new array, so that `output` is empty on failure and may be the same array as `input`.
 template <typename Operation>
 bool run(Operation operation, KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase) {
   KIVByteArray result;

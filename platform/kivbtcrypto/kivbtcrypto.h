@@ -1,24 +1,23 @@
 // Encryption of bytes under a passphrase.
 //
-// A stub for the tool chain's own libqzkivbtcrypto: the two functions that libqzjexxml calls. What
-// it writes is described in docs/encrypted-file-format.md. Thread-safe as long as arrays are not shared.
+// A stub for libqzkivbtcrypto of the tool chain, with the two functions that libqzjexxml calls.
+// docs/encrypted-file-format.md describes the format. Thread-safe if no array is shared.
 #ifndef KIVBTCRYPTO_H
 #define KIVBTCRYPTO_H
 
 #include <qzjexxml/export.h>
 #include <qzjexxml/kiv_byte_array.h>
 
-// Both read `input` and `passphrase` (raw bytes, without a NUL) and return true after storing the
-// result in `output`, in a block of its own from new[]; what `output` held before is released. On
-// false `output` is empty. An empty passphrase is refused with false, and so is a failure to start
-// libsodium. Throws std::bad_alloc, also where there is no memory to derive the key.
+// Both functions read `input` and `passphrase`, which are raw bytes without a NUL. On success they store the result in
+// `output`, in a new block from new[], and return true. On failure they make `output` empty and return false. They free
+// the block that `output` held before. They fail if the passphrase is empty, or if libsodium cannot be initialized.
+// They throw std::bad_alloc when out of memory, also while they derive the key.
 
-// Gives a file that holds `input`, which may be empty. Two calls never give the same bytes.
+// Encrypts `input`, which may be empty. Two calls never give the same bytes.
 QZJEXXML_EXPORT bool kivbtcPassphraseEncrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase);
 
-// Gives the bytes that were encrypted into `input`, all of them authenticated. False as well for a
-// wrong passphrase, for a file of which any byte was changed, removed or added, and for a header that
-// is unknown or asks for more than 10 passes or 256 MiB, before anything is derived.
+// Decrypts and authenticates `input`. Also fails if the passphrase is wrong, or if a byte of the file was changed,
+// removed or added. Fails before it derives a key if the header is unknown, or asks for more than 10 passes or 256 MiB.
 QZJEXXML_EXPORT bool kivbtcPassphraseDecrypt(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase);
 
 #endif  // KIVBTCRYPTO_H

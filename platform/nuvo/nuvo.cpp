@@ -44,11 +44,11 @@ void appendPoint(std::u16string& output, char32_t point) {
   output += static_cast<char16_t>(point);
 }
 
-// Writes characters in the locale encoding, one by one: what follows a character that the encoding lacks is not
-// converted in vain, as iconv would.
+// Writes characters in the locale encoding, one by one. iconv would convert a whole text, and again after each
+// character that the encoding lacks.
 class Encoder {
  public:
-  // False, with nothing written, for a character that the encoding lacks.
+  // Returns false and writes nothing if the encoding lacks the character.
   bool append(std::string& output, char32_t point) {
     if (point < 0x80 && std::mbsinit(&state) != 0) {
       output += static_cast<char>(point);
@@ -71,7 +71,7 @@ class Encoder {
     return true;
   }
 
-  // Some encodings keep a character until the next one is known.
+  // Writes the character that some encodings hold back until the next one is known.
   void finish(std::string& output) {
     if (std::mbsinit(&state) == 0) {
       append(output, U'\0');
@@ -89,7 +89,7 @@ class Encoder {
   std::mbstate_t state = {};
 };
 
-// Null for bytes that the locale encoding does not define.
+// Null if the bytes are not valid in the locale encoding.
 std::optional<std::u16string> decoded(std::string_view bytes) {
   std::u16string text;
   if (isLocaleUtf8()) {
@@ -106,7 +106,8 @@ std::optional<std::u16string> decoded(std::string_view bytes) {
     if (length <= size) {
       appendPoint(text, static_cast<char32_t>(point));
     }
-    return length == 0 && point == 0 ? 1 : length;  // some bytes stand for two characters: then the second takes none
+    return length == 0 && point == 0 ? 1
+                                     : length;  // some sequences stand for two characters: the second takes no bytes
   };
   while (!bytes.empty()) {
     const std::size_t length = append(bytes.data(), bytes.size());
@@ -133,7 +134,7 @@ void appendEscape(std::string& output, char16_t unit) {
   }
 }
 
-// The code unit that an escape at the beginning of `text` stands for; the backslash is left out: uHHHH.
+// The code unit of the escape at the beginning of `text`, which has no backslash: uHHHH.
 std::optional<char16_t> namedUnit(std::u16string_view text) {
   constexpr std::size_t digits = escapeLength - 2;
   if (text.size() <= digits || text.front() != u'u') {
@@ -152,8 +153,8 @@ std::optional<char16_t> namedUnit(std::u16string_view text) {
   return static_cast<char16_t>(unit);
 }
 
-// Whether a text that begins with a backslash begins, literally, with what would be read as an escape: of a code unit
-// that the encoding lacks, or of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
+// Whether the text, which begins with a backslash, literally begins with an escape: that of a code unit that the
+// encoding lacks, or that of a backslash before such an escape (\uD800, \u005CuD800, \u005Cu005CuD800, ...).
 bool readsAsEscape(std::u16string_view text) {
   text.remove_prefix(1);
   std::optional<char16_t> unit = namedUnit(text);
@@ -180,7 +181,7 @@ std::string encoded(std::u16string_view text) {
   return bytes;
 }
 
-// Allocates room for `count` characters and a NUL, which is stored.
+// Allocates a text of `count` characters, and stores a NUL after them.
 template <typename Char>
 Char* allocateText(std::size_t count) {
   auto* text = static_cast<Char*>(std::malloc((count + 1) * sizeof(Char)));
@@ -198,7 +199,7 @@ Char* newText(const std::basic_string<Char>& content) {
   return text;
 }
 
-// The same characters in a new text of the other width: how ASCII converts in every locale encoding.
+// Copies ASCII characters to a new text of the other width. That converts them in every locale encoding.
 template <typename To, typename From>
 To* newTextOfAscii(std::basic_string_view<From> ascii) {
   To* text = allocateText<To>(ascii.size());
