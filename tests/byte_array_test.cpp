@@ -1,4 +1,4 @@
-// KIVByteArray and the readers, as a consumer's own code compiles them.
+// KIVByteArray and the readers, compiled as in a consumer.
 #include "support/scratch_directory.h"
 
 #include <qzjexxml/kiv_byte_array.h>
@@ -46,7 +46,7 @@ TEST(ByteArray, CopiesDeeplyAndMovesTheBlock) {
   EXPECT_EQ(textOf(same), "abc");
 }
 
-TEST(ByteArray, LeavesABlockAloneThatItDoesNotOwn) {
+TEST(ByteArray, DoesNotFreeABlockThatItDoesNotOwn) {
   char block[] = "shared";
   KIVByteArray array;
   array.data = block;
@@ -87,7 +87,7 @@ TEST_F(Reader, ReadsThePiecesUpToTheEnd) {
   EXPECT_STREQ(reader.transformName(), "");
 }
 
-TEST_F(Reader, ReadsAllAndStaysWhereItWas) {
+TEST_F(Reader, ReadsAllAndKeepsItsPosition) {
   open("abc").get();
   KIVFileReaderWithoutTransform reader(&stream);
   KIVReadParam parameter;
@@ -104,7 +104,7 @@ TEST_F(Reader, ReadsAllAndStaysWhereItWas) {
   expectEmpty(reader.readAll());
 }
 
-// Has 3 bytes, of which its end seems to be 7 away.
+// Has 3 bytes, but reports a size of 10.
 struct ShrinkingFile : std::stringbuf {
   ShrinkingFile() : std::stringbuf("abc") {}
   pos_type seekoff(off_type offset, std::ios::seekdir way, std::ios::openmode mode) override {
@@ -113,7 +113,7 @@ struct ShrinkingFile : std::stringbuf {
   }
 };
 
-TEST_F(Reader, HoldsWhatIsLeftOfAFileThatShrinks) {
+TEST_F(Reader, ReadsTheRestOfAFileThatShrinks) {
   ShrinkingFile file;
   static_cast<std::ios&>(open("abc")).rdbuf(&file);
   EXPECT_EQ(textOf(KIVFileReaderWithoutTransform(&stream).readAll()), "abc");
@@ -137,7 +137,7 @@ TEST_F(Reader, HasNothingWithoutAGoodStream) {
   EXPECT_EQ(ended.doRead(&byte, 1), -1);
 }
 
-// A pointer to a virtual member function begins with one more than its offset in the virtual table.
+// A pointer to a virtual member function starts with the offset in the virtual table plus 1.
 template <typename Function>
 std::size_t slotOf(Function function) {
   std::size_t place = 0;

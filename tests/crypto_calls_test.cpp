@@ -1,5 +1,5 @@
-// What the crypto library is handed, and what is done with what it gives: this program defines its two
-// functions itself.
+// The arguments for the crypto library, and the use of its results. This program defines the two functions of the
+// crypto library itself.
 #include "filestore/encrypted_file.h"
 #include "support/captured_stderr.h"
 #include "support/scratch_directory.h"
@@ -17,14 +17,14 @@ namespace {
 
 std::string textOf(const KIVByteArray& array) { return {array.data, array.length}; }
 
-// Does the work of both functions.
+// Called by both functions.
 std::function<bool(KIVByteArray& input, KIVByteArray& output, KIVByteArray& passphrase)> crypto;
 
 std::string wiped;
 
 }  // namespace
 
-// Instead of the C library's.
+// Replaces the function of the C library.
 extern "C" void explicit_bzero(void* bytes, std::size_t count) noexcept {
   for (auto* byte = static_cast<volatile char*>(bytes); count > 0; --count, ++byte) {
     wiped += *byte;
@@ -33,7 +33,7 @@ extern "C" void explicit_bzero(void* bytes, std::size_t count) noexcept {
   wiped += '|';
 }
 
-// What that is called in a build with FORTIFY.
+// Its name in builds with _FORTIFY_SOURCE.
 extern "C" void __explicit_bzero_chk(void* bytes, std::size_t count, std::size_t) noexcept {
   explicit_bzero(bytes, count);
 }

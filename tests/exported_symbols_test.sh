@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Compares what a built libqzjexxml.so exports, with kinds and versions, with the list below.
+# Compares the exported symbols of a libqzjexxml.so, with kinds and versions, with the list below.
 set -euo pipefail
 library=$1
 
-# nm's kinds: T function, D variable, V weak object, A version node. Link-time optimisation makes some of the weak ones strong.
+# Kinds of nm: T function, D variable, V weak object, A version node. Link-time optimisation makes some weak symbols
+# strong.
 expected='A libqzjexxml.INTERNAL
 A v7.0
 D libqzjexxml_build_date@@v7.0

@@ -1,5 +1,5 @@
-// Loads in which something below the library fails: a conversion, the start of the parser library, an
-// allocation. The program defines libnuvo's functions itself, so that a conversion can do anything.
+// Loads during which a conversion, the start of Xerces-C, or an allocation fails. The program defines the functions of
+// libnuvo itself, so that a conversion can do anything.
 #include "support/manifest_load.h"
 
 #include <nuvo.h>
@@ -26,8 +26,8 @@
 
 namespace {
 
-// Called before each conversion with the text to convert; what it throws is thrown there, and the
-// conversion gives null when it returns false.
+// Called with the text of each conversion. If it throws, the conversion throws; if it returns false, the conversion
+// returns null.
 std::function<bool(const std::string&)> onConversion;
 int textsAlive = 0;
 
@@ -40,17 +40,17 @@ int textsAlive = 0;
 
 [[noreturn]] void throwOutOfMemory() { throw xercesc::OutOfMemoryException(); }
 
-void (*onStart)() = nullptr;  // called once the parser library has started
+void (*onStart)() = nullptr;  // called after Xerces-C has started
 bool nothrowNewWorks = true;
 
 constexpr std::size_t never = static_cast<std::size_t>(-1);
-std::size_t firstBad = never;  // of the allocations from now on
+std::size_t firstBad = never;  // number of an allocation, counted from now on
 std::size_t lastBad = 0;
 std::size_t largestGood = never;
 std::size_t allocations = 0;
 long blocksAlive = 0;
 #if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t step = 7;  // between the allocations that are tried: a process takes ten times as long
+constexpr std::size_t step = 7;  // not each allocation, because processes are ten times as slow
 #else
 constexpr std::size_t step = 1;
 #endif
@@ -109,7 +109,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   }
 }
 
-// Stands before the parser library's own function, which it calls.
+// Found before the function of Xerces-C, which it calls.
 void xercesc::XMLPlatformUtils::Initialize(const char* locale, const char* home, PanicHandler* panicHandler,
                                            MemoryManager* memoryManager) {
   static const auto start = reinterpret_cast<void (*)(const char*, const char*, PanicHandler*, MemoryManager*)>(
@@ -130,7 +130,7 @@ class FailingLoad : public ManifestLoad {
     onStart = nullptr;
     expectRecord(document, "N = /n\na\nb\n");
     EXPECT_EQ(textsAlive, 0);
-    EXPECT_EQ(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) << "the parser library was not stopped";
+    EXPECT_EQ(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) << "Xerces-C was not stopped";
   }
 
   void raiseAt(const char* text, void (*raise)()) {
@@ -152,7 +152,7 @@ class FailingLoad : public ManifestLoad {
       "<varnixpath><stop/><data path='b'/></varnixpath></kiv></r>";
 };
 
-TEST_F(FailingLoad, SaysWhichExceptionEndedItAndKeepsWhatWasComplete) {
+TEST_F(FailingLoad, ReportsExceptionsAndKeepsWhatWasComplete) {
   const std::tuple<void (*)(), const char*, const char*> exceptions[] = {
       {throwXmlException, "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n",
        "An error occurred during parsing\n   Message: unable to open file 'x'\nError buiding DOM\n"},
@@ -173,7 +173,7 @@ TEST_F(FailingLoad, SaysWhichExceptionEndedItAndKeepsWhatWasComplete) {
   }
 }
 
-TEST_F(FailingLoad, GoesOnWithoutWhatCannotBeConverted) {
+TEST_F(FailingLoad, ContinuesWithoutTextsThatCannotBeConverted) {
   const std::string unset = "\nOwner Node and Attribute Name Not Set!\n";
   const std::string unbuilt = "Attribute has not been built!\n";
   onConversion = [](const std::string& text) { return text != "path" && text != "stop"; };
@@ -191,33 +191,33 @@ TEST_F(FailingLoad, GoesOnWithoutWhatCannotBeConverted) {
     onConversion = [name](const std::string& text) { return text != name; };
     expectLoad(file, record, unset + unbuilt + (reads == 2 ? unbuilt : ""));
   }
-  int emptyTexts = 0;  // of which none is kept
+  int emptyTexts = 0;  // empty texts are not cached
   onConversion = [&emptyTexts](const std::string& text) { return emptyTexts += text.empty() ? 1 : 0, true; };
   expectLoad("<r><kiv><filemap><root><data dir_name='' dir_rename=''/></root></filemap></kiv></r>", "// -> /\n", "");
   EXPECT_EQ(emptyTexts, 3);
 }
 
-TEST_F(FailingLoad, SaysWhatCannotBegin) {
+TEST_F(FailingLoad, ReportsWhatCannotStart) {
   nothrowNewWorks = false;
   expectLoad(document, "", "Error Allocating Common Strings\n");
   nothrowNewWorks = true;
-  largestGood = (std::size_t{1} << 20U) - 1;  // a start that would not have a mebibyte is not begun
+  largestGood = (std::size_t{1} << 20U) - 1;  // Xerces-C is not started with less than 1 MiB free
   onStart = [] { std::abort(); };
   EXPECT_THROW(load(document), std::bad_alloc);
   largestGood = never;
   onStart = throwXmlException;
   expectLoad(document, "", "Error during Xerces-c Initialization.\n  Exception message:unable to open file 'x'\n");
   onStart = nullptr;
-  raiseAt("security", [] { throw std::bad_alloc(); });  // in the making of the name table
+  raiseAt("security", [] { throw std::bad_alloc(); });  // while the name table is built
   KIVData* record = nullptr;
   EXPECT_THROW(InitKIVData(directory.path("manifest.xml").c_str(), &record), std::bad_alloc);
   EXPECT_EQ(record, nullptr);
   EXPECT_EQ(captured.take(), "");
 }
 
-// The n-th allocation fails, or it and all after it, for each n from the start of Xerces-C to its stop. The load ends
-// normally or with std::bad_alloc, and leaks nothing. Each load has a process of its own, because a failed start leaves
-// Xerces-C unusable. A program that has started Xerces-C itself can go on to use it.
+// The n-th allocation fails, or all allocations from the n-th on, for each n from the start of Xerces-C to its stop.
+// The load ends normally or with std::bad_alloc, and leaks nothing. Each load has a process of its own, because a
+// failed start leaves Xerces-C unusable. If the program has started Xerces-C itself, it can still use it.
 TEST_F(FailingLoad, EndsWellWithoutMemory) {
   using xercesc::XMLPlatformUtils;
   enum Outcome { untouched, ended, noMemory, lost, leaked, stopped };
@@ -281,16 +281,16 @@ TEST_F(FailingLoad, EndsWellWithoutMemory) {
   }
 }
 
-// The first allocation after the conversion of a diagnostic stores it.
-TEST_F(FailingLoad, ThrowsWhenADiagnosticCannotBeCollected) {
+// The first allocation after the conversion of a diagnostic stores the diagnostic.
+TEST_F(FailingLoad, ThrowsWhenADiagnosticCannotBeStored) {
   const std::string file = directory.write("manifest.xml", "<r></s>");
   raiseAt("expected end of tag 'r'", [] { allocations = 0, firstBad = lastBad = 1; });
   EXPECT_THROW(qzjexxml::loadManifest(file), std::bad_alloc);
   firstBad = never;
 }
 
-// It is neither started nor stopped again, which it would not survive.
-TEST_F(FailingLoad, LeavesAnHalfStartedParserLibraryAlone) {
+// Another start or stop of Xerces-C would crash.
+TEST_F(FailingLoad, LeavesAHalfStartedXercesAlone) {
   EXPECT_EXIT(
       {
         onStart = throwOutOfMemory;
@@ -300,7 +300,7 @@ TEST_F(FailingLoad, LeavesAnHalfStartedParserLibraryAlone) {
         std::exit(testing::Test::HasFailure() || xercesc::XMLPlatformUtils::fgMemoryManager == nullptr ? 1 : 0);
       },
       testing::ExitedWithCode(0), "");
-  captured.take();  // the test library's own warning of forks
+  captured.take();  // a warning of GoogleTest about forks
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Parses that a budget stops, at each place where it can stop them, and the memory that they take until then.
+// Parses that exceed a budget, at each place where that can happen, and their memory until then.
 #include "document/error_reporter.h"
 #include "document/guard/document_parser.h"
 #include "document/parse_document.h"
@@ -26,7 +26,7 @@ class Guard : public testing::Test {
   void SetUp() override { xercesc::XMLPlatformUtils::Initialize(); }
   void TearDown() override { xercesc::XMLPlatformUtils::Terminate(); }
 
-  // Whether the parse came to its end.
+  // Returns whether the parse was completed.
   bool parse(const std::string& text, const Budgets& budgets) {
     const std::size_t before = heapBytes();
     bool ended = false;
@@ -68,7 +68,7 @@ TEST_F(Guard, StopsAParseAtEachPlace) {
   }
 }
 
-// Most of the memory is taken by attributes, by default values, by a value from entities, or by names.
+// Most of the memory is used for attributes, default values, a value from entities, or names.
 TEST_F(Guard, KeepsMemoryWithinItsBudget) {
   const std::string start = "<!DOCTYPE a [<!ELEMENT a ANY><!ELEMENT b ANY>";
   for (const std::string& text : {

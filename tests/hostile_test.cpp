@@ -1,5 +1,5 @@
-// Documents made to cost much: each is refused with one clear report, soon, and the next good load works. And documents
-// that have much of one thing, but are not: each loads.
+// Hostile documents are rejected early, with one clear report, and the next good document loads. Large documents that
+// are not hostile load.
 #include "hostile_documents.h"
 #include "support/manifest_load.h"
 
@@ -14,7 +14,7 @@ using hostile::each;
 using hostile::repeat;
 using hostile::withDtd;
 
-// A manifest of files, with declarations for them.
+// A manifest with these files, and with declarations if there are any.
 std::string manifest(const std::string& files, const std::string& declarations = "", const std::string& rootPath = "p",
                      const std::string& attributes = "") {
   const std::string all =
@@ -88,14 +88,14 @@ TEST_F(HostileDocument, IsRefusedForWork) {
   }
 }
 
-TEST_F(HostileDocument, IsReportedAThousandTimesAtMost) {
+TEST_F(HostileDocument, HasAThousandReportsAtMost) {
   for (const auto& [errors, reports] : {std::pair{1'000, 1'000}, {1'001, 1'001}, {100'000, 1'001}}) {
     load(withDtd("", repeat(static_cast<std::size_t>(errors), "<b x=''/>")));
     const std::string messages = captured.take();
     EXPECT_EQ(std::ranges::count(messages, '\n'), 2 * reports + 1);
     EXPECT_EQ(messages.find("the document has more than 1,000 errors") != std::string::npos, errors > 1'000);
   }
-  expectRecord(withDtd("<!ATTLIST b" + repeat(1'002, " c CDATA ''") + ">", ""), "");  // of warnings
+  expectRecord(withDtd("<!ATTLIST b" + repeat(1'002, " c CDATA ''") + ">", ""), "");  // warnings are not counted
 }
 
 TEST_F(HostileDocument, CannotMakeTheRecordLarge) {
@@ -108,7 +108,7 @@ TEST_F(HostileDocument, CannotMakeTheRecordLarge) {
   expectMessages(files(100'000), "The file map is far larger than its document\n");
 }
 
-TEST_F(HostileDocument, IsNotEveryLargeOne) {
+TEST_F(HostileDocument, IsNotEveryLargeDocument) {
   const std::string row = "<data file_name='@'/>";
   const std::pair<std::size_t, std::string> documents[] = {
       {100'000, manifest(each(100'000, "<data xmlns='urn:x' file_name='@'/>"))},
@@ -137,9 +137,9 @@ TEST_F(HostileDocument, IsNotEveryLargeOne) {
   }
 }
 
-// A part of the grid; script/hostile goes through all of it. A document that is not held takes thousands of times as
-// long as a good one of its size.
-TEST_F(HostileDocument, OfEachKindEndsSoon) {
+// Some of the documents; script/hostile loads all of them. Without the guard, a document takes thousands of times as
+// long as a good document of its size.
+TEST_F(HostileDocument, OfEachKindEndsEarly) {
   constexpr std::size_t size = std::size_t{32} << 10U;
   constexpr std::size_t step = 31;
   const auto secondsOf = [this](const std::string& document) {

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Installs a build, moves what was installed, and builds and runs a consumer against it, found in both ways. Compiles the
-# consumer in each standard that programs use, also with clang where there is one.
-# Arguments: build directory, sources, directory of libraries, compiler, its flags in one word, toolchain file or nothing, then the words
-# that run a program.
+# Installs a build and moves the installation. Builds and runs a consumer of it, with CMake and with pkg-config.
+# Compiles the consumer in each C++ standard that programs use, also with clang if it is installed. Arguments: build
+# directory, source directory, library directory, compiler, compiler flags as one word, toolchain file or an empty word,
+# and the words of a command that runs a program.
 set -euo pipefail
 build=$1 source=$2 libraries=$3 compiler=$4 flags=$5 toolchain=$6
 shift 6
@@ -38,7 +38,7 @@ done
 # shellcheck disable=SC2046,SC2086
 "$compiler" $flags -std=c++17 "$source/examples/consumer/consumer.cpp" -o "$scratch/by-pkg-config" \
   $(pkg-config --cflags --libs qzjexxml) -Wl,-rpath,"$prefix/$libraries"
-# A program of the time before the record's last field was appended.
+# A program that was compiled before the last field of the record was appended.
 cp -r "$source/include" "$scratch/before"
 sed -i '/reservedStrings/d' "$scratch/before/qzjexxml/kiv_data.h"
 # shellcheck disable=SC2046,SC2086

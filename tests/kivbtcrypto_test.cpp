@@ -62,7 +62,7 @@ TEST_F(Decryption, RefusesEveryFileThatIsNotWhole) {
   expectRefused(sealedFile("<r/>", ""));
 }
 
-// Every one of these files would authenticate.
+// These files would authenticate: only the header is invalid.
 TEST_F(Decryption, RefusesHeadersBeyondTheFormat) {
   const auto header = [](std::size_t offset, const char* bytes) {
     return sealed::cheapStart().replace(offset, 4, bytes, 4);
@@ -73,7 +73,7 @@ TEST_F(Decryption, RefusesHeadersBeyondTheFormat) {
   expectRefused(sealedFile("<r/>", "secret", header(0, "kIVB")));
   expectRefused(sealedFile("<r/>", "secret", header(4, "TC\2\0")));
   expectRefused(sealedFile("<r/>", "secret", header(4, "TC\1\1")));
-  for (const char* cost : {"\0\0\0\0", "\7\0\0\0", "\xFF\xFF\xFF\xFF"}) {  // which no key can be derived at
+  for (const char* cost : {"\0\0\0\0", "\7\0\0\0", "\xFF\xFF\xFF\xFF"}) {  // no key can be derived with these costs
     expectRefused(sealedFile("<r/>", "secret", header(12, cost)));
   }
 }

@@ -1,4 +1,4 @@
-// Loading manifests, and checking projects, through the exported functions of the shared library.
+// Loads manifests and checks projects with the exported functions of the shared library.
 #include "support/manifest_load.h"
 #include "support/thread_locale.h"
 
@@ -44,7 +44,7 @@ TEST_F(ManifestLoad, ComposesTheRecord) {
       "N = 2\nz\na\n");
 }
 
-TEST_F(ManifestLoad, StepsOverWhatIsNotOfTheVocabulary) {
+TEST_F(ManifestLoad, SkipsWhatIsNotInTheVocabulary) {
   expectRecord(
       inKiv("<data path='1'/><kiv><varnixpath><data path='2'/></varnixpath></kiv>"
             "<VARNIXPATH><data path='3'/></VARNIXPATH>"
@@ -60,7 +60,7 @@ TEST_F(ManifestLoad, StepsOverWhatIsNotOfTheVocabulary) {
   expectRecord("<!DOCTYPE any [<!ELEMENT any ANY><!ATTLIST any a CDATA 'a warning' a CDATA #IMPLIED>]><any/>", "");
 }
 
-TEST_F(ManifestLoad, SaysWhyADocumentIsRefused) {
+TEST_F(ManifestLoad, ReportsErrorsInADocument) {
   expectMessages("", "Nothing to read!\nError building input source\n");
   expectMessages("<doc_root>\n<kiv>\n</doc_root>",
                  "Fatal Error at file \"JexXml\", line 3, column 3\n"
@@ -88,7 +88,7 @@ TEST_F(ManifestLoad, SaysWhyADocumentIsRefused) {
                  "Error buiding DOM\n");
 }
 
-TEST_F(ManifestLoad, SaysWhyAFileIsRefused) {
+TEST_F(ManifestLoad, ReportsUnreadableFiles) {
   for (const char* fileName : {"", static_cast<const char*>(nullptr)}) {
     EXPECT_EQ(loadFile(fileName), "");
     EXPECT_EQ(captured.take(), "Parameter Error!\nError building input source\n");
@@ -97,7 +97,7 @@ TEST_F(ManifestLoad, SaysWhyAFileIsRefused) {
   EXPECT_EQ(captured.take(), "Could not open file: missing\nError building input source\n");
 }
 
-TEST_F(ManifestLoad, GivesRecordsThatAreTheCallers) {
+TEST_F(ManifestLoad, ReturnsRecordsThatTheCallerOwns) {
   const std::string first = directory.write("first.xml", good);
   const std::string second =
       directory.write("second.xml", "<r><kiv><varnixpath><data path='there'/></varnixpath></kiv></r>");
@@ -115,7 +115,7 @@ TEST_F(ManifestLoad, GivesRecordsThatAreTheCallers) {
   EXPECT_EQ(captured.take(), "");
 }
 
-TEST_F(ManifestLoad, ReadsEveryEncodingAndGivesTheThreadsCodePage) {
+TEST_F(ManifestLoad, ReadsEveryEncodingAndReturnsTheLocaleEncoding) {
   std::string utf16("\xFF\xFE", 2);
   std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
   for (const char unit : inKiv("<varnixpath><data path='caf\xE9'/></varnixpath>")) {
@@ -131,7 +131,7 @@ TEST_F(ManifestLoad, ReadsEveryEncodingAndGivesTheThreadsCodePage) {
 
 class ProjectLoad : public ManifestLoad {
  protected:
-  // A manifest load comes after, which nothing of the project's reaches.
+  // The next load of a manifest is not affected.
   void expectProjectMessages(const std::string& file, const std::string& messages) {
     void* handle = nullptr;
     EXPECT_EQ(InitNOXData(file.c_str(), &handle), 0);
@@ -141,7 +141,7 @@ class ProjectLoad : public ManifestLoad {
   }
 };
 
-TEST_F(ProjectLoad, SaysOnlyWhatIsWrong) {
+TEST_F(ProjectLoad, ReportsOnlyErrors) {
   expectProjectMessages(EXAMPLES "/project.xml", "");
   expectProjectMessages(directory.write("broken.xml", "<r>"),
                         "Fatal Error at file \"JexXml\", line 1, column 4\n   Message: input ended before all started "
@@ -149,7 +149,7 @@ TEST_F(ProjectLoad, SaysOnlyWhatIsWrong) {
   expectProjectMessages("missing", "Could not open file: missing\nError building input source\n");
 }
 
-TEST_F(ProjectLoad, LeavesAHandleInUseToItsTerm) {
+TEST_F(ProjectLoad, DoesNotWriteAHandleInUse) {
   void* handle = this;
   EXPECT_EQ(InitNOXData("missing", &handle), 0);
   EXPECT_EQ(handle, this);

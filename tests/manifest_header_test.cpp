@@ -1,4 +1,4 @@
-// The header for C++ programs, over the shared library.
+// The header for C++ programs, with the shared library.
 #include "support/manifest_load.h"
 
 #include <qzjexxml/manifest.h>
@@ -18,7 +18,7 @@ static_assert(std::is_nothrow_move_constructible_v<Manifest> && std::is_nothrow_
 
 class ManifestHeader : public ManifestLoad {
  protected:
-  // The call throws an Error of this text, and what is written to std::cerr goes where it went before.
+  // The call throws an Error with this text and restores the buffer of std::cerr.
   template <typename Error, typename Call>
   Error expectError(const std::string& text, Call call, std::source_location caller = std::source_location::current()) {
     const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "called");
@@ -66,7 +66,7 @@ TEST_F(ManifestHeader, ThrowsTheDiagnosticsOfALoad) {
     try {
       load(invalid);
       ADD_FAILURE();
-    } catch (const LoadError& several) {  // the first one counts
+    } catch (const LoadError& several) {  // the position of the first error counts
       EXPECT_TRUE(several.line() == 2 && several.column() == 10) << several.line() << ':' << several.column();
     }
   }

@@ -1,4 +1,4 @@
-// The stub for libnuvo: conversions in several code pages.
+// The stub for libnuvo: conversions in several locale encodings.
 #include "support/thread_locale.h"
 
 #include <nuvo.h>
@@ -25,7 +25,7 @@ std::optional<std::u16string> toUtf16(const std::string& text, int length = -1) 
   return converted ? std::optional<std::u16string>(converted.get()) : std::nullopt;
 }
 
-TEST(Nuvo, ConvertsAsFarAsTheLengthSays) {
+TEST(Nuvo, ConvertsUpToTheLength) {
   EXPECT_EQ(toLcp(u"abc\u00E9x", 4), "abc\u00E9");
   EXPECT_EQ(toUtf16("caf\u00E9", 5), u"caf\u00E9");
   EXPECT_EQ(toLcp(std::u16string(1000, u'\u00E9'))->size(), 2000u);
@@ -39,7 +39,7 @@ constexpr char16_t loneLast[] = {u'a', 0xD83D, 0};
 constexpr char16_t twoHigh[] = {0xD83D, 0xD83D, 0xDE00, 0};
 constexpr char16_t loneLow[] = {0xDE00, 0xD83D, 0};
 
-TEST(Nuvo, ConvertsToEachCodePage) {
+TEST(Nuvo, ConvertsToEachEncoding) {
   const std::tuple<const char*, const char16_t*, const char*> cases[] = {
       {"C", u"", ""},
       {"C", u"caf\u00E9 \u65E5\U0001F600", "caf\u00E9 \u65E5\U0001F600"},
@@ -85,7 +85,7 @@ TEST(Nuvo, GivesDifferentTextsForDifferentStrings) {
   }
 }
 
-TEST(Nuvo, ReadsTheCodePage) {
+TEST(Nuvo, ReadsTheLocaleEncoding) {
   EXPECT_EQ(toUtf16("caf\u00E9"), u"caf\u00E9");
   EXPECT_EQ(toUtf16("a\xE9"), std::nullopt);
   EXPECT_EQ(toUtf16("a\xC3"), std::nullopt);

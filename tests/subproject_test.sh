@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the library into another project with three lines, in C++23, its platform libraries named as if they came from
-# elsewhere, its sources joined into one (which is quick): what is built and installed, and that it works. Arguments: sources, libnuvo.so, libqzkivbtcrypto.so, the program of the library's tests.
+# Adds the library to another project as a subdirectory and checks what is built and installed. The project uses C++23 and
+# gives the files of the platform libraries. A unity build saves time.
+# Arguments: source directory, libnuvo.so, libqzkivbtcrypto.so, and the test program of the library.
 set -euo pipefail
 source=$1 nuvo=$2 crypto=$3 library_test=$4
 scratch=$(mktemp -d)
@@ -23,7 +24,7 @@ configure >/dev/null
 cmake --install "$scratch/build" --prefix "$scratch/nothing" >/dev/null
 [ ! -e "$scratch/nothing" ]
 
-# With a directory of the project's own for libraries.
+# The project chooses its library directory.
 configure -DQZJEXXML_INSTALL=ON -DCMAKE_INSTALL_LIBDIR=lib/deep >/dev/null
 cmake --build "$scratch/build" >"$scratch/log" || { cat "$scratch/log"; exit 1; }
 "$scratch/build/app" "$source/examples/manifest.xml" | grep -q 'TABULA_VAR'

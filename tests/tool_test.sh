@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The command itself: what is in data/command.txt, and what takes a terminal, signals or several processes. Arguments: the
-# words that run it. LOCALE_DIRECTORY has the locales of the tests.
+# Tests the command: replays data/command.txt, and then tests a terminal, signals and parallel processes. Arguments: the
+# words of a command line that runs it. LOCALE_DIRECTORY contains the locales of the tests.
 set -euo pipefail
 tool=("$@")
 here=$(cd "$(dirname "$0")" && pwd)
@@ -12,7 +12,7 @@ export LC_ALL=C
 failures=0
 
 fail() {
-  echo "FAILED $*" >&2
+  echo "FAILED: $*" >&2
   failures=$((failures + 1))
 }
 
@@ -42,13 +42,14 @@ while IFS= read -r line; do
     '-- '*) echo "$line" ;;
   esac
 done <"$here/data/command.txt" >transcript
-diff -a "$here/data/command.txt" transcript >&2 || fail 'to do what data/command.txt says'
+diff -a "$here/data/command.txt" transcript >&2 || fail 'the output differs from data/command.txt'
 
 # The C library does not free its own copy of LOCPATH.
 env LOCPATH="$LOCALE_DIRECTORY" LC_ALL=test.ISO-8859-1 ASAN_OPTIONS=detect_leaks=0 qzjexxml manifest --json a.xml |
-  cmp - <(qzjexxml manifest --json a.xml) || fail 'to write JSON in UTF-8 everywhere'
+  cmp - <(qzjexxml manifest --json a.xml) || fail 'JSON is not UTF-8 in another locale'
 
-# A change of any attribute is a difference: a description has all that its schema declares, an attribute on each line.
+# diff reports a change of any attribute. all.xml has everything that the schema declares, with one attribute on each
+# line.
 for kind in manifest project; do
   awk -F '"' '{ line[NR] = $0; name[NR] = $2; depth[NR] = match($0, "[^ ]") }
     END {
@@ -64,14 +65,15 @@ for kind in manifest project; do
         if (line[i] ~ /<\/xs:element>/) print "</" open[depth[i]] ">"
       }
     }' "$here/../share/$kind.xsd" >all.xml
-  [ "$(grep -c '="v"' all.xml)" = "$(grep -c '<xs:attribute ' "$here/../share/$kind.xsd")" ] || fail "to change all of $kind"
+  [ "$(grep -c '="v"' all.xml)" = "$(grep -c '<xs:attribute ' "$here/../share/$kind.xsd")" ] || fail "all.xml does not have all attributes of $kind.xsd"
   while IFS=: read -r number attribute; do
-    sed "$number s/\"v\"/\"w\"/" all.xml | qzjexxml diff all.xml - >difference && fail "to compare $attribute"
-    grep -q . difference || fail "to show $attribute"
+    sed "$number s/\"v\"/\"w\"/" all.xml | qzjexxml diff all.xml - >difference && fail "diff exits with 0 after a change of $attribute"
+    grep -q . difference || fail "diff prints nothing after a change of $attribute"
   done < <(grep -n '="v"' all.xml)
 done
 
-# The recipe for git: a manifest, a project, a file that does not load, and one whose comment alone changes.
+# The configuration for git in docs/mistakes.md, with a manifest, a project, a file that does not load, and a file in
+# which only a comment changes.
 if command -v git >/dev/null; then
   git init -q repository && cd repository
   eval "$(grep '^git config' "$here/../docs/mistakes.md")"
@@ -79,40 +81,39 @@ if command -v git >/dev/null; then
   cp ../{manifest,project,bad,b}.xml . && git add . && git -c user.name=t -c user.email=t@example.org commit -qm m
   sed -i 's/version="2.1"/version="2.2"/' manifest.xml project.xml
   echo '<!-- -->' | tee -a bad.xml >>b.xml
-  git diff >../difference || fail 'to let git show differences'
+  git diff >../difference || fail 'git diff fails'
   cd ..
-  [ "$(grep -cE '^! root element .*, now .*2\.2|^\+<!-- -->' difference)" = 4 ] || fail "to show git's differences: $(cat difference)"
+  [ "$(grep -cE '^! root element .*, now .*2\.2|^\+<!-- -->' difference)" = 4 ] || fail "git diff prints: $(cat difference)"
 fi
 
-# A pipe that nobody reads.
 { qzjexxml manifest a.xml 2>err || echo $? >status; } | :
-if [ "$(cat status)" != 141 ] || [ -s err ]; then fail 'to end quietly on a closed pipe'; fi
+if [ "$(cat status)" != 141 ] || [ -s err ]; then fail 'a closed pipe is reported'; fi
 
-# The completions and the man page know all of each command.
+# The completions and the man page have every command and option.
 for command in $(qzjexxml --help | sed -n '/^Subcommands/,/^$/s/^  \([a-z]*\).*/\1/p'); do
   for word in "$command" $(qzjexxml help "$command" | grep -oE -- '--[a-z-]+' | cut -c3-); do
     for file in share/completions/{qzjexxml.bash,_qzjexxml,qzjexxml.fish} docs/man/qzjexxml.1; do
-      grep -qw -- "$word" <(sed 's/\\//g' "$here/../$file") || fail "to have $word in $file"
+      grep -qw -- "$word" <(sed 's/\\//g' "$here/../$file") || fail "$file lacks $word"
     done
   done
 done
 
-# The documents have the rules and the messages of the code, and no others.
+# The documentation has exactly the rules and messages of the code.
 qzjexxml rules | cut -d ' ' -f 1 >names
-diff names <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md") >&2 || fail 'to document the rules'
-sed 's/\\//g' "$here/../docs/man/qzjexxml.1" | grep -owFf names | sort -u | diff - <(sort names) >&2 || fail 'to list the rules'
+diff names <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md") >&2 || fail 'docs/mistakes.md has other rules than the command'
+sed 's/\\//g' "$here/../docs/man/qzjexxml.1" | grep -owFf names | sort -u | diff - <(sort names) >&2 || fail 'the man page has other rules than the command'
 sed 's/\\"/"/g' "$here"/../tools/*/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
 perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:.]report)\((?!Rule)(.*?)\);|const char\* \w+ =([^;(]*);/gs) {
   my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*/*.cpp >said
-while IFS= read -r text; do grep -qF -- "$text" documented || fail "to document \"$text\""; done <said
+while IFS= read -r text; do grep -qF -- "$text" documented || fail "docs/diagnostics.md lacks \"$text\""; done <said
 cut -d '|' -f 2 documented | grep -oP '\x60[^\x60]*\x60' | sed -E 's/\x60//g; s/^qzjexxml: //; s/^(FILE|OUT|passphrase|standard output): //; s/("KEY"|"\.\.\."|: \.\.\.|OUT|F: \.\.\.)$//; s/^\.\.\. //' >texts
-while IFS= read -r text; do grep -qF -- "$text" code || fail "to say \"$text\""; done <texts
+while IFS= read -r text; do grep -qF -- "$text" code || fail "docs/diagnostics.md has \"$text\", which is not in the code"; done <texts
 
-# Several at once, and signals.
+# Parallel processes, and signals.
 for _ in {1..4}; do qzjexxml encrypt --force --passphrase-file pw a.xml >/dev/null & done
 wait
-qzjexxml verify --passphrase-file pw a.enc >/dev/null || fail 'to encrypt four times at once'
+qzjexxml verify --passphrase-file pw a.enc >/dev/null || fail 'parallel processes damage the encrypted file'
 for signal in TERM QUIT XFSZ; do
   env --default-signal=QUIT qzjexxml encrypt -o signalled --passphrase-file pw a.xml >/dev/null 2>&1 &
   for _ in {1..1000}; do
@@ -120,11 +121,11 @@ for signal in TERM QUIT XFSZ; do
     sleep 0.01
   done
   kill -$signal $!
-  wait $! 2>/dev/null && fail "to be ended by SIG$signal"
+  wait $! 2>/dev/null && fail "SIG$signal does not end the command"
 done
-if compgen -G '*.??????' >&2 || [ -e signalled ]; then fail 'to leave nothing'; fi
+if compgen -G '*.??????' >&2 || [ -e signalled ]; then fail 'interrupted commands leave files'; fi
 
-# The prompt, and the line that shows the progress, on a terminal.
+# The prompt and the progress line on a terminal.
 answer() { # PROMPT TEXT: waits for the prompt
   for _ in {1..400}; do
     grep -q "$1" typescript && break
@@ -137,7 +138,7 @@ answer() { # PROMPT TEXT: waits for the prompt
 if [ "$(tr -d '\r' <prompts)" != 'Passphrase: 
 Passphrase again: 
 qzjexxml: passphrase: the passphrases differ' ]; then
-  fail "to ask: $(cat prompts)"
+  fail "the prompts are: $(cat prompts)"
 fi
 files=$(printf 'b.xml %.0s' {1..50})
 for no in '' 1 dumb; do
@@ -145,7 +146,7 @@ for no in '' 1 dumb; do
 done
 if ! grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[1;35mwarning:\e[m its type' shown ||
   [ "$(cat shown1 showndumb | grep -cF $'\e[Kmistakes.xml:2:4: warning: its type')" != 2 ]; then
-  fail 'to show how far it is'
+  fail 'the progress line differs'
 fi
 
 exit $((failures > 0))

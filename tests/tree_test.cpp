@@ -1,4 +1,4 @@
-// The trees: walking a document, attributes, and the dumps, which show what the trees hold.
+// The trees: navigation, attributes, and the dumps, which show the contents of the trees.
 #include "description/vocabulary.h"
 #include "document/parse_document.h"
 #include "manifest/kiv_dump.h"
@@ -29,7 +29,7 @@ class Tree : public testing::Test {
     return {reinterpret_cast<const XMLByte*>(text.data()), text.size(), "JexXml"};
   }
 
-  // The document as a load parses it; it is valid until the next one.
+  // Parses a document as a load does. It is valid until the next call.
   static DOMNode* parse(const std::string& text) {
     gParser.reset();
     return parseDocument(sourceOf(text), text.size());
@@ -41,7 +41,7 @@ class Tree : public testing::Test {
 TEST_F(Tree, FindsAndCountsElementsByName) {
   const std::string text =
       "<r>data<data/><!--data--><?data p?><Data/><x:data xmlns:x='x'/><data><data/></data><o/></r>";
-  xercesc::XercesDOMParser parser;  // whose document has nodes of all kinds
+  xercesc::XercesDOMParser parser;  // its document has all kinds of nodes
   parser.parse(sourceOf(text));
   DOMNode* root = parser.getDocument()->getFirstChild();
   EXPECT_EQ(CountDirectChildrenWithThisName(root, "data"), 2);
@@ -74,7 +74,15 @@ TEST_F(Tree, TellsAbsentAttributesFromEmptyOnes) {
   EXPECT_EQ(captured.take(), "");
 }
 
-// Every kind of element, out of order, among what is to be skipped.
+TEST_F(Tree, HasADocumentThatCannotBeChanged) {
+  DOMNode* root = firstElementChild(*parse("<r a='1'/>"));
+  EXPECT_THROW(root->appendChild(root), xercesc::DOMException);
+  EXPECT_THROW(root->getParentNode(), xercesc::DOMException);
+  EXPECT_THROW(root->getAttributes()->removeNamedItem(u"a"), xercesc::DOMException);
+  EXPECT_THROW(root->getAttributes()->item(0)->setNodeValue(u"2"), xercesc::DOMException);
+}
+
+// Every kind of element, out of order, between elements and text that are to be skipped.
 constexpr const char* project = R"(<any type="t">
   <security><exclude message="m"><data path="keys"/></exclude><exclude/></security>
   <dependency/>

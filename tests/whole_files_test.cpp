@@ -1,4 +1,4 @@
-// The exported functions that read, encrypt and decrypt whole files, over the stub of the crypto library.
+// The exported functions that read, encrypt and decrypt whole files, with the stub of the crypto library.
 #include "support/captured_stderr.h"
 #include "support/scratch_directory.h"
 
@@ -21,7 +21,7 @@ char otherPassphrase[] = "Secret";
 
 class WholeFiles : public testing::Test {
  protected:
-  // All functions fail with their message, and arrays keep what they held.
+  // All functions fail with these messages, and leave arrays unchanged.
   void expectFailure(const char* fileName, const std::string& whenReading, const std::string& whenDecrypting) {
     KIVByteArray array("kept", 4);
     EXPECT_FALSE(ReadXmlFile(fileName, array));
@@ -48,7 +48,7 @@ class WholeFiles : public testing::Test {
   CapturedStderr captured;
 };
 
-TEST_F(WholeFiles, ComeBackByteForByte) {
+TEST_F(WholeFiles, AreReturnedByteForByte) {
   const std::string content("<r>\0\r\n\xFF</r>", 11);
   const std::string source = directory.write("a.xml", content);
   KIVByteArray array("old", 3);
@@ -72,7 +72,7 @@ TEST_F(WholeFiles, ComeBackByteForByte) {
   EXPECT_EQ(std::filesystem::file_size(source), content.size());
 }
 
-TEST_F(WholeFiles, ThatCannotBeReadAreReported) {
+TEST_F(WholeFiles, AreReportedIfTheyCannotBeRead) {
   expectFailure(nullptr, "Parameter Error!", "File name is null or empty!");
   expectFailure("", "Parameter Error!", "File name is null or empty!");
   expectUnopened("missing.xml");

@@ -1,4 +1,4 @@
-// Collects what is written to std::cerr while it lives.
+// Collects the output to std::cerr during its lifetime.
 #pragma once
 
 #include <iostream>
@@ -12,7 +12,7 @@ class CapturedStderr {
   CapturedStderr& operator=(const CapturedStderr&) = delete;
   ~CapturedStderr() { std::cerr.rdbuf(standard); }
 
-  // What was written since the last call.
+  // The output since the last call.
   std::string take() {
     std::string text = captured.str();
     captured.str("");

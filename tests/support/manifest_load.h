@@ -1,4 +1,4 @@
-// A fixture for loads of manifests: a case is one call, and the line of the call its name.
+// A fixture for loads of manifests. A case is one call; the line of the call identifies it.
 #pragma once
 
 #include "support/captured_stderr.h"
@@ -14,7 +14,7 @@
 
 class ManifestLoad : public testing::Test {
  protected:
-  // The record that a load of the file gives, a line an entry: "NAME = path", "source -> target", "search path".
+  // Loads the file and returns the record, one line for each entry: "NAME = path", "source -> target", "search path".
   std::string loadFile(const char* fileName) {
     KIVData* record = nullptr;
     EXPECT_EQ(InitKIVData(fileName, &record), 1);
@@ -36,7 +36,7 @@ class ManifestLoad : public testing::Test {
 
   std::string load(std::string_view document) { return loadFile(directory.write("manifest.xml", document).c_str()); }
 
-  // The document loads without a message.
+  // The document loads to this record, without a message.
   void expectRecord(std::string_view document, std::string_view record,
                     std::source_location caller = std::source_location::current()) {
     const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "called");
@@ -44,7 +44,7 @@ class ManifestLoad : public testing::Test {
     EXPECT_EQ(captured.take(), "");
   }
 
-  // The document gives an empty record and these messages, and the next good one loads.
+  // The document has an empty record and these messages, and the next good document loads.
   void expectMessages(std::string_view document, std::string_view messages,
                       std::source_location caller = std::source_location::current()) {
     const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "called");

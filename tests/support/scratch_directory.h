@@ -1,4 +1,4 @@
-// A directory of its own for each test, removed at its end.
+// A temporary directory for one test.
 #pragma once
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Gives the calling thread one of the locales that the build makes, while it lives.
+// Sets the locale of the calling thread to one of the locales of the tests during its lifetime.
 #pragma once
 
 #include <locale.h>
@@ -30,7 +30,7 @@ class ThreadLocale {
   }
 
  private:
-  // The C library does not free its own parsed copy of LOCPATH, which is kept from the leak checker here.
+  // The C library does not free its parsed copy of LOCPATH. The leak checker must not report that.
   static locale_t newLocale(const char* name) {
 #if defined(__SANITIZE_ADDRESS__)
     const __lsan::ScopedDisabler disabler;
