@@ -61,7 +61,7 @@ class QZJEXXML_EXPORT KIVFileReader {
   }
 
   // Reads all bytes of the file, without the transform. Does not change the read position. Returns an array in the
-  // reader, which is valid until the next readAll or the end of the reader. The caller may move from it.
+  // reader, which is valid until the next readAll or the destruction of the reader. The caller may move from it.
   //
   // The array is empty if the stream is null, closed, not good, or has no size (a pipe); if the file is empty or has 2
   // GiB or more; and if reading fails (a directory). A failed read never leaves part of the file in the array. If the

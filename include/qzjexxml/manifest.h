@@ -9,8 +9,8 @@
 // Restrictions:
 // - Only one load may run at a time in the whole process, on any thread.
 // - To collect the diagnostics, every function replaces the buffer of std::cerr, and restores it before it returns or
-//   throws. Until then no other thread may write to std::cerr or call a function of this header, because the whole
-//   process shares that buffer.
+//   throws. The whole process shares that buffer: during the call, no other thread may write to std::cerr or call a
+//   function of this header.
 // - If a load runs out of memory while it starts Xerces-C, every later load throws std::bad_alloc.
 #ifndef QZJEXXML_MANIFEST_H
 #define QZJEXXML_MANIFEST_H

@@ -14,8 +14,8 @@
 // has that locale. A character that the encoding lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
 //
 // Exit: a load in an atexit handler, or in the destructor of a static object, works only if the handler was registered,
-// or the object constructed, after the first load of the process. During the first load, libraries that Xerces-C uses
-// register exit handlers of their own, after which they cannot be used.
+// or the object constructed, after the first load of the process. In that load, libraries that Xerces-C uses register
+// exit handlers of their own. Once these have run, no load works.
 //
 // Out of memory: a function frees everything that it allocated and throws std::bad_alloc. If a load runs out of memory
 // while it builds the document or the tree, it may instead report "An error occurred during parsing" or "An error
@@ -80,8 +80,8 @@ extern "C" QZJEXXML_EXPORT int TermNOXData(void** handle);
 // Thread-safe if `out` is not shared.
 QZJEXXML_EXPORT bool ReadXmlFile(const char* fileName, KIVByteArray& out);
 
-// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees with delete[].
-// Returns null after a message of the other ReadXmlFile. The length is not returned. Thread-safe.
+// Returns the content of a file followed by one NUL byte, in a block from new[] that the caller frees with delete[]. On
+// failure writes a message of the other ReadXmlFile and returns null. The length is not returned. Thread-safe.
 extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 
 // ---- Encrypting files
@@ -95,8 +95,8 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 // anywhere in the path replaced by ".enc", or with ".enc" appended if there is no ".xml". An existing file is
 // overwritten. Errors during the write are not detected: decrypt the file to be sure.
 //
-// Returns false without a message, and changes no file, if the crypto library fails. Returns false after one of these
-// messages:
+// If the crypto library fails, returns false without a message, and changes no file. On any other failure writes one of
+// these messages and returns false:
 //
 //   "File name is null or empty!"
 //   "Could not open file: " + the name  the file or the encrypted file cannot be opened, or is a socket; or the
@@ -107,21 +107,21 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool EncryptFile(const char* fileName, char* passphrase);
 
-// Decrypts `fileName` into `out` and returns true. Returns false after a message of EncryptFile, and leaves `out`
-// unchanged. Returns false without a message if the crypto library fails (a wrong passphrase, a damaged file); `out`
-// then holds what the crypto library left in it. The stub of this project leaves it empty.
+// Decrypts `fileName` into `out` and returns true. If the file cannot be read, writes a message of EncryptFile, leaves
+// `out` unchanged and returns false. If the crypto library fails (a wrong passphrase, a damaged file), returns false
+// without a message; `out` then holds what the crypto library left in it. The stub of this project leaves it empty.
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptXmlFile(const char* fileName, KIVByteArray& out, char* passphrase);
 
 // Returns the plaintext of `fileName` followed by one NUL byte, in a block from new[] that the caller frees with
-// delete[]. Returns null if the plaintext is empty, and if the other DecryptXmlFile would return false, after its
-// message.
+// delete[]. Returns null if the plaintext is empty. Fails like the other DecryptXmlFile, with the same messages, and
+// then returns null.
 //
 // REQUIRES: `passphrase` is not null.
 extern "C" QZJEXXML_EXPORT char* DecryptXmlFile(const char* fileName, char* passphrase);
 
-// Returns whether `fileName` can be decrypted with the passphrase. Has the messages of DecryptXmlFile. Writes no file.
+// Returns whether `fileName` can be decrypted with the passphrase. Writes the messages of DecryptXmlFile, but no file.
 //
 // REQUIRES: `passphrase` is not null.
 QZJEXXML_EXPORT bool DecryptFile(const char* fileName, char* passphrase);

@@ -1,9 +1,9 @@
 // DocumentBuilder: a parser that builds only the part of a document that the trees need.
 //
-// That part is the elements with their attributes, under their qualified names. It has no text, comments, processing
-// instructions, namespaces or declarations. It has no content of entities either: an element in an entity is not a
-// child of the element that contains the entity reference. Xerces-C's own document is not built. The scanner delivers
-// default attributes like other attributes.
+// That part is the elements with their attributes, under their qualified names. Text, comments, processing
+// instructions, namespaces and declarations are left out. So are elements in entities, which are not children of the
+// element that contains the entity reference. Xerces-C's own document is not built. Default attributes are included:
+// Xerces-C's scanner delivers them like other attributes.
 #pragma once
 
 #include "document/document_nodes.h"
@@ -29,7 +29,7 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
 
   using XercesDOMParser::XercesDOMParser;
 
-  // The document; complete after the parse, and owned. `getDocument` of the base class returns null.
+  // Owned by this object, and complete after the parse. `getDocument` of the base class returns null.
   DOMNode* document() { return &documentNode; }
 
   // The size of the document so far.

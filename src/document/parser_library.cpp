@@ -22,8 +22,8 @@ namespace {
 bool isHalfStarted = false;
 bool isStopping = false;
 
-// Replaces the panic handler of Xerces-C during its lifetime: Xerces-C's own, which ends the program, or that of the
-// program. A start of Xerces-C panics only when out of memory.
+// Replaces the panic handler during its lifetime. Xerces-C's own handler ends the program, and the program may have set
+// one. A start of Xerces-C panics only when out of memory.
 class NoPanic final : public PanicHandler {
  public:
   NoPanic() : before(XMLPlatformUtils::fgUserPanicHandler) { XMLPlatformUtils::fgUserPanicHandler = this; }

@@ -17,8 +17,8 @@ namespace jexxml {
 using xercesc::DOMNode;
 
 // The constructor runs the steps up to the document, and throws std::bad_alloc when out of memory. The destructor runs
-// the tear-down. It also runs if the constructor throws after Xerces-C has started. REQUIRES: everything that refers to
-// the document is destroyed first.
+// the tear-down. If the constructor throws after Xerces-C has started, the tear-down runs too. REQUIRES: everything
+// that refers to the document is destroyed first.
 class DocumentLoad {
  public:
   explicit DocumentLoad(const char* fileName);
@@ -30,7 +30,7 @@ class DocumentLoad {
   // document.
   DOMNode* document() const { return parsedDocument; }
 
-  // The bytes of the load's memory budget that remain after the document and its tree.
+  // The bytes of the load's memory budget that the document, its tree and its record leave.
   static std::uint64_t memoryLeft();
 
  private:

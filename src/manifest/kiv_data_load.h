@@ -7,9 +7,9 @@
 
 namespace jexxml {
 
-// Builds the tree over `master.document`. Returns true if the record is to be populated from it. Returns false if the
-// tree is not built, and, after "The file map is far larger than its document", if the root paths in the record would
-// take more than `memoryLeft` bytes.
+// Builds the tree over `master.document`. Returns true if the record is to be populated from the tree. If the root
+// paths in the record would take more than `memoryLeft` bytes, writes "The file map is far larger than its document"
+// and returns false.
 bool buildWithinLimit(KivMaster& master, std::uint64_t memoryLeft);
 
 }  // namespace jexxml

@@ -30,7 +30,6 @@ class FileComposer {
     return nameText;
   }
 
-  // Joins the texts with '/'.
   static std::string joined(const std::string& first, const auto&... rest) {
     std::string path;
     path.reserve((first.size() + ... + (1 + rest.size())));

@@ -39,7 +39,7 @@ struct ChildNodeList {
 
   int size() const { return static_cast<int>(nodes.size()); }
 
-  // Null when `index` is negative or not below size(). Valid until the list grows or is released.
+  // The node at `index`; null if there is none. Valid until the list grows or is released.
   T* at(int index) {
     const auto place = static_cast<std::size_t>(index);
     return place < nodes.size() ? &nodes[place] : nullptr;

@@ -13,8 +13,8 @@ struct DumpField {
   NodeAttribute& attribute;
 };
 
-// A line is written as a line end followed by the text. So a dump begins with an empty line, and its last line is not
-// ended.
+// A line is written as a line end followed by the text. So a dump begins with an empty line, and does not end with a
+// line end.
 
 void dumpLine(std::string_view text);
 

@@ -25,8 +25,8 @@ struct DocumentTree {
 // To be called in a catch handler: reports the exception that ended a build.
 void reportBuildException();
 
-// Builds the tree over the first element of the document, whatever its name. Returns true if the tree may be read,
-// which then has a null root if the document is empty.
+// Builds the tree over the first element of the document, whatever its name. Returns true if the tree may be read; its
+// root is null if the document is empty.
 //
 //   no document, or no element in the document        false, no root
 //   out of memory for the names; reported             false, no root

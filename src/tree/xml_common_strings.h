@@ -12,7 +12,7 @@
 
 namespace jexxml {
 
-// script/fuzz puts these names into the fuzzer's dictionary. clang-format would realign all of them for a longer name.
+// script/fuzz copies these names. clang-format would realign all of them for a longer name.
 // clang-format off
 inline constexpr std::array xmlNames = {
     "doc_root",   "kiv",         "rootmacro",  "varnixpath",  "filemap",     "root",     "data",

@@ -11,9 +11,9 @@
 namespace jexxml {
 
 // Xerces-C does not expect exceptions from allocations: some of its objects then free a block twice, and some
-// destructors allocate. Therefore, when the system is out of memory, small blocks come from a reserve until the parser
-// sees `isAbandoned` and ends the parse; a block that does not fit throws. From then on only the destructor frees
-// blocks. It also frees those that Xerces-C leaks when an exception passes through it.
+// destructors allocate. Therefore, when the system is out of memory, `isAbandoned` is set, and small blocks come from a
+// reserve until the parser ends the parse. A block that does not fit into the reserve throws. Once `isAbandoned` is
+// set, only the destructor frees blocks, including those that Xerces-C leaks when an exception passes through it.
 class CountedMemory final : public xercesc::MemoryManager {
  public:
   ~CountedMemory() override;
@@ -23,15 +23,15 @@ class CountedMemory final : public xercesc::MemoryManager {
   void deallocate(void* memory) override;
   MemoryManager* getExceptionMemoryManager() override;
 
-  // Currently allocated. Candidates are what a lookup may compare a text with: the blocks that are allocated after the
-  // reader of the document. The block of a long text counts as several, because many texts may begin like it. No object
-  // is that long, neither on 32-bit nor on 64-bit systems.
+  // Currently allocated. `candidates` counts the blocks that a lookup may compare a text with: those allocated after
+  // the reader of the document. Every 256 bytes count as one more, because many texts may begin like a long one.
   std::uint64_t candidates = 0;
   std::uint64_t bytes = 0;
 
   bool isAbandoned = false;  // the parse has to end
 
-  // Called before an entity's reader is allocated: a block as large as the first large one, the document's reader.
+  // Called before the reader of an entity is allocated. All readers have the size of the first large block, which is
+  // the reader of the document.
   std::function<void()> beforeReader;
 
  private:
@@ -47,8 +47,8 @@ class CountedMemory final : public xercesc::MemoryManager {
   Block* takeFromReserve(std::size_t size);
   bool isReader(std::size_t size);
 
-  // 2 MiB, which take no memory until they are used. They hold what Xerces-C allocates up to the next callback, and the
-  // lists that the destructors of content models allocate, whose names dtdLimit bounds.
+  // 2 MiB, which take no memory until they are used: for what Xerces-C allocates up to the next callback, and for lists
+  // that the destructors of content models allocate. dtdLimit bounds these lists.
   static constexpr std::size_t reserveBlocks = (std::size_t{2} << 20U) / sizeof(Block);
 
   const std::unique_ptr<Block[]> reserve = std::make_unique_for_overwrite<Block[]>(reserveBlocks);

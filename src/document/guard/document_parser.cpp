@@ -79,8 +79,8 @@ void DocumentParser::parse(const xercesc::InputSource& source) {
   check();
 }
 
-// The steps to read a character and to look it up. Each name in a hash table has about six candidates. Above 16,384,
-// the candidates exceed the processor's cache.
+// The steps to read a character and to look it up. Each name in a hash table has about six candidates. More than 16,384
+// candidates exceed the processor's cache.
 std::uint64_t DocumentParser::price() const {
   constexpr std::uint64_t cached = 16'384;
   return readingSteps + memory.candidates * (cached + memory.candidates) / cached / 6 + mostInScope / 3 +

@@ -41,7 +41,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   // Throws what the base class throws, DocumentRefused, and xercesc::OutOfMemoryException.
   void parse(const xercesc::InputSource& source);
 
-  // The bytes of the memory budget that remain for the record, after the document and its tree.
+  // The bytes of the memory budget that the document, its tree and its record leave.
   std::uint64_t memoryLeft() const;
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
