@@ -66,7 +66,7 @@ class CryptoCalls : public testing::Test {
   bool works = true;
 };
 
-TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
+TEST_F(CryptoCalls, ReceiveTheBytesThePassphraseAndAnEmptyOutput) {
   const std::string file = directory.write("a.xml", std::string("a\0b", 3));
   const std::string expected = std::string("a\0b", 3) + "||p\xE9";
   EXPECT_TRUE(EncryptFile(file.c_str(), phrase));
@@ -88,7 +88,7 @@ TEST_F(CryptoCalls, GetTheBytesThePassphraseAndAnEmptyOutput) {
   EXPECT_EQ(textOf(output), "result");
 }
 
-TEST_F(CryptoCalls, ThatFailTouchNoFile) {
+TEST_F(CryptoCalls, ChangeNoFileIfTheyFail) {
   works = false;
   const std::string file = directory.write("a.xml", "a");
   EXPECT_FALSE(EncryptFile(file.c_str(), phrase) || DecryptXmlFile(file.c_str(), phrase) != nullptr);
@@ -96,7 +96,7 @@ TEST_F(CryptoCalls, ThatFailTouchNoFile) {
   EXPECT_EQ(captured.take(), "");
 }
 
-TEST_F(CryptoCalls, MayGiveNothingOrABlockOfTheirOwn) {
+TEST_F(CryptoCalls, MayReturnNothingOrABlockThatIsNotOwned) {
   const std::string file = directory.write("a.xml", "a");
   static char block[] = "static";
   std::uint32_t length = 0;

@@ -50,7 +50,7 @@ std::size_t largestGood = never;
 std::size_t allocations = 0;
 long blocksAlive = 0;
 #if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t step = 7;  // not each allocation, because processes are ten times as slow
+constexpr std::size_t step = 7;  // tests every 7th allocation, because processes are ten times as slow
 #else
 constexpr std::size_t step = 1;
 #endif
@@ -109,7 +109,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   }
 }
 
-// Found before the function of Xerces-C, which it calls.
+// Replaces the function of Xerces-C, and calls it.
 void xercesc::XMLPlatformUtils::Initialize(const char* locale, const char* home, PanicHandler* panicHandler,
                                            MemoryManager* memoryManager) {
   static const auto start = reinterpret_cast<void (*)(const char*, const char*, PanicHandler*, MemoryManager*)>(
@@ -218,7 +218,7 @@ TEST_F(FailingLoad, ReportsWhatCannotStart) {
 // The n-th allocation fails, or all allocations from the n-th on, for each n from the start of Xerces-C to its stop.
 // The load ends normally or with std::bad_alloc, and leaks nothing. Each load has a process of its own, because a
 // failed start leaves Xerces-C unusable. If the program has started Xerces-C itself, it can still use it.
-TEST_F(FailingLoad, EndsWellWithoutMemory) {
+TEST_F(FailingLoad, SurvivesOutOfMemory) {
   using xercesc::XMLPlatformUtils;
   enum Outcome { untouched, ended, noMemory, lost, leaked, stopped };
   const auto outcomeOf = [](const std::string& file, bool isStarted, std::size_t first, std::size_t last) {

@@ -28,7 +28,7 @@ std::string manifest(const std::string& files, const std::string& declarations =
 
 class HostileDocument : public ManifestLoad {
  protected:
-  void expectRefusal(const std::string& document, const std::string& message) {
+  void expectRejection(const std::string& document, const std::string& message) {
     SCOPED_TRACE(message);
     EXPECT_EQ(load(document), "");
     const std::string messages = captured.take();
@@ -42,11 +42,11 @@ TEST_F(HostileDocument, LoadsAtEachLimitAndNotBeyond) {
   const auto nested = [](std::size_t n) { return repeat(n, "<a>") + repeat(n, "</a>"); };
   const auto mixed = [](std::size_t n) { return withDtd("<!ELEMENT c (#PCDATA|" + each(n - 2, "n@|") + "n)*>", ""); };
   expectRecord(nested(1'000), "");
-  expectRefusal(nested(1'001), "the document nests elements deeper than 1,000");
+  expectRejection(nested(1'001), "the document nests elements deeper than 1,000");
   expectRecord(mixed(1'000), "");
-  expectRefusal(withDtd("<!ELEMENT m " + repeat(5'000, "(") + "x" + repeat(5'000, ")?") + ">", "<m/>"),
-                "a content model of the document has more than 2,000 names and operators");
-  expectRefusal(mixed(1'001), "a content model of the document has more than 2,000 names and operators");
+  expectRejection(withDtd("<!ELEMENT m " + repeat(5'000, "(") + "x" + repeat(5'000, ")?") + ">", "<m/>"),
+                  "a content model of the document has more than 2,000 names and operators");
+  expectRejection(mixed(1'001), "a content model of the document has more than 2,000 names and operators");
   const auto chain = [](std::size_t n) {
     std::string entities = "<!ENTITY e0 ''>";
     for (std::size_t i = 1; i < n; ++i) {
@@ -58,15 +58,15 @@ TEST_F(HostileDocument, LoadsAtEachLimitAndNotBeyond) {
     return withDtd("<!ATTLIST b c (" + std::string(n, 'x') + ") #IMPLIED>", "");
   };
   expectRecord(enumeration(1'000), "");
-  expectRefusal(enumeration(1'001), "an enumeration of the document has more than 1,000 characters");
+  expectRejection(enumeration(1'001), "an enumeration of the document has more than 1,000 characters");
   expectRecord(chain(64), "");
-  expectRefusal(chain(65), "the document nests entities deeper than 64");
+  expectRejection(chain(65), "the document nests entities deeper than 64");
   expectRecord(withDtd("<!--" + std::string(64 << 10U, ' ') + "-->", ""), "");
-  expectRefusal(withDtd("<!--" + std::string(80 << 10U, ' ') + "-->", ""),
-                "the document type declaration does not end in the first 64 KiB");
+  expectRejection(withDtd("<!--" + std::string(80 << 10U, ' ') + "-->", ""),
+                  "the document type declaration does not end in the first 64 KiB");
 }
 
-TEST_F(HostileDocument, IsRefusedForWork) {
+TEST_F(HostileDocument, IsRejectedForWork) {
   const auto tag = [](const std::string& prefix, std::string (*name)(std::size_t)) {
     return "<b" + hostile::fill(300'000, [&](std::size_t i) { return " " + prefix + name(i) + "='u'"; }) + "/>";
   };
@@ -84,7 +84,7 @@ TEST_F(HostileDocument, IsRefusedForWork) {
            withDtd("<!ATTLIST b xmlns CDATA '" + std::string(20'000, 'u') + "'>", repeat(1'000, "<b xmlns='u'/>")),
        }) {
     SCOPED_TRACE(document.substr(0, 200));
-    expectRefusal(document, "the document takes far more work than its size");
+    expectRejection(document, "the document takes far more work than its size");
   }
 }
 
@@ -108,7 +108,7 @@ TEST_F(HostileDocument, CannotMakeTheRecordLarge) {
   expectMessages(files(100'000), "The file map is far larger than its document\n");
 }
 
-TEST_F(HostileDocument, IsNotEveryLargeDocument) {
+TEST_F(HostileDocument, LargeGoodDocumentsLoad) {
   const std::string row = "<data file_name='@'/>";
   const std::pair<std::size_t, std::string> documents[] = {
       {100'000, manifest(each(100'000, "<data xmlns='urn:x' file_name='@'/>"))},
@@ -139,7 +139,7 @@ TEST_F(HostileDocument, IsNotEveryLargeDocument) {
 
 // Some of the documents; script/hostile loads all of them. Without the guard, a document takes thousands of times as
 // long as a good document of its size.
-TEST_F(HostileDocument, OfEachKindEndsEarly) {
+TEST_F(HostileDocument, EachKindEndsEarly) {
   constexpr std::size_t size = std::size_t{32} << 10U;
   constexpr std::size_t step = 31;
   const auto secondsOf = [this](const std::string& document) {

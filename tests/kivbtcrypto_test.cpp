@@ -30,7 +30,7 @@ class Decryption : public testing::Test {
     return kivbtcPassphraseDecrypt(input, output, passphrase);
   }
 
-  void expectRefused(const std::string& file) {
+  void expectRejected(const std::string& file) {
     output = KIVByteArray("stale", 5);
     EXPECT_FALSE(decrypt(file));
     EXPECT_EQ(output.length, 0u);
@@ -41,44 +41,44 @@ class Decryption : public testing::Test {
   KIVByteArray output = arrayOf("stale");
 };
 
-TEST_F(Decryption, GivesThePlaintext) {
+TEST_F(Decryption, ReturnsThePlaintext) {
   for (const std::string& plaintext : {std::string("<r/>"), std::string("\0a\0", 3), std::string()}) {
     EXPECT_TRUE(decrypt(sealedFile(plaintext, "secret")));
     EXPECT_EQ(textOf(output), plaintext);
   }
 }
 
-TEST_F(Decryption, RefusesEveryFileThatIsNotWhole) {
+TEST_F(Decryption, RejectsEveryIncompleteOrChangedFile) {
   const std::string file = sealedFile("<r/>", "secret");
   for (std::size_t i = 0; i < file.size(); ++i) {
     std::string changed = file;
     changed[i] = static_cast<char>(changed[i] ^ 1);
-    expectRefused(changed);
-    expectRefused(file.substr(0, i));
+    expectRejected(changed);
+    expectRejected(file.substr(0, i));
   }
-  expectRefused(file + '\0');
-  expectRefused(sealedFile("<r/>", "Secret"));
+  expectRejected(file + '\0');
+  expectRejected(sealedFile("<r/>", "Secret"));
   passphrase.clear();
-  expectRefused(sealedFile("<r/>", ""));
+  expectRejected(sealedFile("<r/>", ""));
 }
 
 // These files would authenticate: only the header is invalid.
-TEST_F(Decryption, RefusesHeadersBeyondTheFormat) {
+TEST_F(Decryption, RejectsHeadersBeyondTheFormat) {
   const auto header = [](std::size_t offset, const char* bytes) {
     return sealed::cheapStart().replace(offset, 4, bytes, 4);
   };
   EXPECT_TRUE(decrypt(sealedFile("<r/>", "secret", header(8, "\x0A\0\0\0"), 10)));
-  expectRefused(sealedFile("<r/>", "secret", header(8, "\x0B\0\0\0"), 11));
-  expectRefused(sealedFile("<r/>", "secret", header(12, "\1\0\4\0"), 1, 256 * 1024 + 1));
-  expectRefused(sealedFile("<r/>", "secret", header(0, "kIVB")));
-  expectRefused(sealedFile("<r/>", "secret", header(4, "TC\2\0")));
-  expectRefused(sealedFile("<r/>", "secret", header(4, "TC\1\1")));
+  expectRejected(sealedFile("<r/>", "secret", header(8, "\x0B\0\0\0"), 11));
+  expectRejected(sealedFile("<r/>", "secret", header(12, "\1\0\4\0"), 1, 256 * 1024 + 1));
+  expectRejected(sealedFile("<r/>", "secret", header(0, "kIVB")));
+  expectRejected(sealedFile("<r/>", "secret", header(4, "TC\2\0")));
+  expectRejected(sealedFile("<r/>", "secret", header(4, "TC\1\1")));
   for (const char* cost : {"\0\0\0\0", "\7\0\0\0", "\xFF\xFF\xFF\xFF"}) {  // no key can be derived with these costs
-    expectRefused(sealedFile("<r/>", "secret", header(12, cost)));
+    expectRejected(sealedFile("<r/>", "secret", header(12, cost)));
   }
 }
 
-TEST_F(Decryption, AllowsMuchMemoryAndThrowsWithoutIt) {
+TEST_F(Decryption, AcceptsHighCostsAndThrowsWithoutMemory) {
   const std::string file =
       sealedFile("<r/>", "secret", sealed::cheapStart().replace(12, 4, "\0\0\4\0", 4), 1, 256 * 1024);
   EXPECT_TRUE(decrypt(file));
