@@ -35,13 +35,11 @@ SuppressionGroup Suppressions::takePending() {
 
 bool Suppressions::silence(SuppressionGroup group, Rule rule) {
   const auto bit = static_cast<std::size_t>(rule);
-  for (Group* applied : {&groups[group], &groups[wholeFile]}) {
-    if (applied->rules.test(bit)) {
-      applied->used.set(bit);
-      return true;
-    }
-  }
-  return false;
+  const auto isSilencedBy = [bit](Group& applied) {
+    applied.used.set(bit, applied.rules.test(bit));
+    return applied.rules.test(bit);
+  };
+  return isSilencedBy(groups[group]) || isSilencedBy(groups[wholeFile]);
 }
 
 std::vector<std::pair<ParserPosition, std::string>> Suppressions::unused() const {

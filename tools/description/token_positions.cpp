@@ -134,7 +134,7 @@ std::size_t TokenPositions::startOfAttribute(std::size_t tagEnd, std::u16string_
       next = found->end == nowhere ? tagEnd : found->end + 1;
     }
   }
-  const auto found = std::ranges::find(lastTagAttributes, name, [this](auto& given) { return given.name(text); });
+  const auto found = std::ranges::find(lastTagAttributes, name, [this](auto& given) { return given.nameIn(text); });
   return found == lastTagAttributes.end() ? lastTagStart : found->start;
 }
 
@@ -163,7 +163,7 @@ TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, 
       const bool hasNext = value.find(u'=') != nowhere && text.find_first_of(u" \t\r\n>", i) != i &&
                            text.compare(i, 2, u"/>") != 0;  // up to its quote
       if (hasMarkup || found->end == nowhere || hasNext) {
-        return {found->name(text), positionAt(found->start), hasMarkup};
+        return {found->nameIn(text), positionAt(found->start), hasMarkup};
       }
     }
     start = text.find(u'<', std::max(i, start + 1));

@@ -71,7 +71,7 @@ class TokenPositions {
 
  private:
   struct Attribute {
-    std::u16string_view name(std::u16string_view text) const { return text.substr(start, nameEnd - start); }
+    std::u16string_view nameIn(std::u16string_view decoded) const { return decoded.substr(start, nameEnd - start); }
 
     std::size_t start;
     std::size_t nameEnd;
