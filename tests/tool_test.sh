@@ -104,7 +104,7 @@ diff names <(grep -oP '^\*\*\K[a-z-]+' "$here/../docs/mistakes.md") >&2 || fail 
 sed 's/\\//g' "$here/../docs/man/qzjexxml.1" | grep -owFf names | sort -u | diff - <(sort names) >&2 || fail 'the man page has other rules than the command'
 sed 's/\\"/"/g' "$here"/../tools/*/*.cpp >code
 sed -n '/^## The command/,$p' "$here/../docs/diagnostics.md" >documented
-perl -0777 -ne 'while (/(?:throw Failure|ofSystem|NoPassphrase|[^:.]report)\((?!Rule)(.*?)\);|const char\* \w+ =([^;(]*);/gs) {
+perl -0777 -ne 'while (/(?:throw Failure|ofSystem|[^:.]report)\((?!Rule)(.*?)\);|const char\* \w+ =([^;(]*);/gs) {
   my $said = $1 // $2; while ($said =~ /"((?:[^"\\]|\\.){4,})"/g) { print $1 =~ s/\\(.)/$1/gr, "\n" } }' "$here"/../tools/*/*.cpp >said
 while IFS= read -r text; do grep -qF -- "$text" documented || fail "docs/diagnostics.md lacks \"$text\""; done <said
 cut -d '|' -f 2 documented | grep -oP '\x60[^\x60]*\x60' | sed -E 's/\x60//g; s/^qzjexxml: //; s/^(FILE|OUT|passphrase|standard output): //; s/("KEY"|"\.\.\."|: \.\.\.|OUT|F: \.\.\.)$//; s/^\.\.\. //' >texts
@@ -148,5 +148,8 @@ if ! grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[
   [ "$(cat shown1 showndumb | grep -cF $'\e[Kmistakes.xml:2:4: warning: its type')" != 2 ]; then
   fail 'the progress line differs'
 fi
+truncate -s 51M long
+script -qec 'qzjexxml check long' /dev/null </dev/null >shown || true
+grep -qF '1 of 1: long' shown || fail 'a long file shows no progress'
 
 exit $((failures > 0))
