@@ -52,7 +52,7 @@ static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto
       ordered.push_back(&entry);
     }
   }
-  const auto keyOf = [&](const Entry* entry) { return key(*entry); };
+  const auto keyOf = [&](const Entry* entry) -> decltype(auto) { return key(*entry); };
   if (!std::ranges::is_sorted(ordered, {}, keyOf)) {
     std::ranges::stable_sort(ordered, {}, keyOf);
   }
@@ -80,7 +80,9 @@ std::vector<Entry> entriesOf(Description& description) {
     }
   };
   description.isManifest() ? build(jexxml::KivMaster()) : build(jexxml::NoxMaster());
-  std::ranges::stable_sort(entries, {}, &Entry::element);
+  if (!std::ranges::is_sorted(entries, {}, &Entry::element)) {
+    std::ranges::stable_sort(entries, {}, &Entry::element);
+  }
   linkEqual(
       entries, [](const Entry& entry) { return entry.kind != Kind::searchPath; },
       [](const Entry& entry) { return std::tie(entry.kind, entry.key); },
