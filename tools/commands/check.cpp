@@ -25,18 +25,18 @@ static void checkEntries(Description& description) {
     const Anchor tag = entry.element->tag();
     if (entry.overrides != nullptr && !entry.key.empty()) {
       description.report(Rule::overriddenEntry, tag, [&] {
-        return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the one at " +
+        return (entry.isFile() ? "source " : "root macro ") + inQuotes(entry.key) + " overrides the entry at " +
                description.placeOf(entry.overrides->element->tag());
       });
     }
     if (entry.isFile() && leadsOut(entry.value)) {
       description.report(Rule::strayTarget, tag,
-                         [&] { return "target " + inQuotes(entry.value) + " may lead out of where it is restored"; });
+                         [&] { return "target " + inQuotes(entry.value) + " may lead outside the restore directory"; });
     }
     if (entry.sameTarget != nullptr) {
       description.report(Rule::sharedTarget, tag, [&] {
-        return "target " + inQuotes(entry.value) + " is that of " + inQuotes(entry.sameTarget->key) + " too, at " +
-               description.placeOf(entry.sameTarget->element->tag());
+        return "target " + inQuotes(entry.value) + " is also the target of " + inQuotes(entry.sameTarget->key) +
+               " at " + description.placeOf(entry.sameTarget->element->tag());
       });
     }
     if (entry.kind == Entry::Kind::rootMacro && !entry.value.empty() && !entry.value.starts_with('/')) {
@@ -52,10 +52,10 @@ static void checkType(Description& description) {
   const std::vector<std::string_view> types = {"archive", "project"};
   if (!type.empty() && type != types[description.isManifest() ? 0 : 1]) {
     description.report(Rule::wrongType, root.attribute(u"type"), [&] {
-      return "its type is " + inQuotes(type) +
-             (type != types[description.isManifest() ? 1 : 0] ? ", which no description has" + suggestion(type, types)
-              : description.isManifest()                      ? ", but the content is that of an archive manifest"
-                                                              : ", but the content is that of a project description");
+      return "the type is " + inQuotes(type) +
+             (type != types[description.isManifest() ? 1 : 0] ? ", which is unknown" + suggestion(type, types)
+              : description.isManifest()                      ? ", but the file is an archive manifest"
+                                                              : ", but the file is a project description");
     });
   }
 }
@@ -115,14 +115,14 @@ static ExitStatus check(const Options& options) {
 }
 
 void addCheck(CommandLine& line) {
-  line.add("check", "Say what is wrong with descriptions, and what a load would ignore",
+  line.add("check", "Report errors, and everything that a load would silently ignore",
            "check --ignore stray-target manifest.xml", withParser<check>)
       .files()
       .output()
       .json()
-      .options("--ignore", &Options::ignored, "RULE", "Do not warn by this rule; may be given several times",
+      .options("--ignore", &Options::ignored, "RULE", "Turn off the warnings of RULE; may be given several times",
                ignoreError)
-      .flag("--errors-only", &Options::errorsOnly, "Report errors only")
+      .flag("--errors-only", &Options::errorsOnly, "Report only errors")
       .option("--color", &Options::color, "WHEN", "Color the output: auto (on a terminal), always or never",
               colorError);
 }

@@ -56,22 +56,24 @@ Command& Command::options(const char* name, std::vector<std::string> Options::*v
   return *this;
 }
 
-Command& Command::json() { return flag("--json", &Options::json, "Print one JSON object for each file, on a line"); }
+Command& Command::json() {
+  return flag("--json", &Options::json, "Print one JSON object per file, each on its own line");
+}
 
-Command& Command::force() { return flag("--force", &Options::force, "Replace what exists"); }
+Command& Command::force() { return flag("--force", &Options::force, "Replace an existing output"); }
 
 Command& Command::output() {
-  return option("-o,--output", &Options::output, "OUT", "Write to this file, atomically; - is the standard output",
+  return option("-o,--output", &Options::output, "OUT", "Write to OUT atomically; - is the standard output",
                 [](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
 }
 
 Command& Command::passphraseFile() {
   return option("--passphrase-file", &Options::passphraseFile, "F",
-                "Take the passphrase from the first line of this file; - is the standard input");
+                "Read the passphrase from the first line of F; - is the standard input");
 }
 
 CommandLine::CommandLine()
-    : app(std::make_unique<CLI::App>("Reads, checks and encrypts the description files of the packaging tool chain.",
+    : app(std::make_unique<CLI::App>("Read, check and encrypt the description files of the packaging tool chain.",
                                      "qzjexxml")) {
   app->set_version_flag("-V,--version", std::string("qzjexxml ") + release + ", interface " + libqzjexxml_version +
                                             " of " + libqzjexxml_build_date);
@@ -79,8 +81,8 @@ CommandLine::CommandLine()
   app->get_formatter()->label("REQUIRED", "");
   app->get_formatter()->column_width(26);
   app->footer(
-      "Exit status: 0 all good; 1 a file failed, check found something, or diff a difference; 2 wrong usage.\n"
-      "What the rules of check mean: qzjexxml rules. The manual: qzjexxml(1).");
+      "Exit status: 0 success; 1 a file failed, or check or diff found something; 2 wrong usage.\n"
+      "The rules of check: qzjexxml rules. The manual: qzjexxml(1).");
   add("help", "Show the help of a command", "help check", nullptr);  // implemented in run()
 }
 
@@ -110,7 +112,7 @@ std::string CommandLine::usageError(const std::string& argument) const {
   }
   if (isOption) {
     return command.get_name() + " has no option " + inQuotes(argument) +
-           suggestion(argument, {names.begin(), names.end()}) + " (a file of that name is ./" + argument + ")";
+           suggestion(argument, {names.begin(), names.end()}) + " (a file of this name is ./" + argument + ")";
   }
   if (!chosen.empty()) {
     return command.get_name() + " takes no further argument " + inQuotes(argument);

@@ -27,7 +27,7 @@ static ExitStatus decryptFile(const Options& options) {
 
 void addDecrypt(CommandLine& line) {
   line.add("decrypt", "Decrypt a file", "decrypt -o manifest.xml manifest.enc", decryptFile)
-      .file("FILE", "The file")
+      .file("FILE", "The encrypted file")
       .force()
       .output()
       .passphraseFile();

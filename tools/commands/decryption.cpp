@@ -17,8 +17,8 @@ bool decrypt(const std::string& file, Passphrase& passphrase, SecretByteArray& p
   const std::string diagnostics =
       diagnosticsOf([&] { decrypted = DecryptXmlFile(input.path(), plaintext, passphrase.text()); });
   if (!decrypted) {
-    constexpr const char* refused =  // the crypto library does not tell which
-        "wrong passphrase, or the file is damaged or not of this crypto library";
+    constexpr const char* refused =  // the crypto library does not report which
+        "wrong passphrase, or the file is damaged or has another format";
     report(file, diagnostics.empty() ? refused : "cannot be decrypted", diagnostics);
   }
   return decrypted;

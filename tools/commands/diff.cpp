@@ -191,8 +191,8 @@ ExitStatus diff(const Options& options) {
     return wrongUsage;
   }
   if (kinds.size() == 2 && kinds[0] != kinds[1]) {
-    throw Failure(kinds[0] ? "is a project description, and the other file a manifest"
-                           : "is a manifest, and the other file a project description",
+    throw Failure(kinds[0] ? "is a project description, but the other file is a manifest"
+                           : "is a manifest, but the other file is a project description",
                   options.files[1]);
   }
   return finishOutput(comparison.print() ? differ : allGood);
@@ -211,8 +211,8 @@ ExitStatus runDiff(const Options& options) {
 
 void addDiff(CommandLine& line) {
   line.add("diff", "Compare two manifests, or two project descriptions", "diff old.xml new.xml", runDiff)
-      .file("OLD", "The description before")
-      .file("NEW", "The description after")
+      .file("OLD", "The old description")
+      .file("NEW", "The new description")
       .output();
 }
 

@@ -84,7 +84,7 @@ static ExitStatus encryptFiles(const Options& options) {
 }
 
 void addEncrypt(CommandLine& line) {
-  line.add("encrypt", "Encrypt files, each into the .enc file beside it", "encrypt manifest.xml", encryptFiles)
+  line.add("encrypt", "Encrypt each file into the .enc file beside it", "encrypt manifest.xml", encryptFiles)
       .files()
       .force()
       .output()

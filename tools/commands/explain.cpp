@@ -53,10 +53,10 @@ static ExitStatus explain(const Options& options) {
 }
 
 void addExplain(CommandLine& line) {
-  line.add("explain", "Say where an entry of a description is set", "explain manifest.xml TABULA_HOME",
+  line.add("explain", "Show where an entry of a description is set", "explain manifest.xml TABULA_HOME",
            withParser<explain>)
       .file("FILE", "The description")
-      .argument("KEY", &Options::key, "The name of a root macro; the source or target of a file; a search path")
+      .argument("KEY", &Options::key, "The name of a root macro, the source or target of a file, or a search path")
       .output();
 }
 

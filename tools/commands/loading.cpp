@@ -14,10 +14,10 @@ std::string headingOf(const Options& options, const Description& description) {
 
 void warnOfOtherKind(const Description& description, bool asManifest) {
   if (description.showsKind && description.isManifest() != asManifest) {
-    report(description.file, asManifest ? "warning: this is a project description, which gives no entries"
-                                        : "warning: this is an archive manifest, of which nothing is checked");
+    report(description.file, asManifest ? "warning: the file is a project description, which gives no entries"
+                                        : "warning: the file is an archive manifest, so nothing is checked");
   } else if (!description.showsKind && description.elements.front().node->hasChildNodes()) {
-    report(description.file, "warning: this is neither an archive manifest nor a project description");
+    report(description.file, "warning: the file is neither an archive manifest nor a project description");
   }
 }
 

@@ -1,4 +1,4 @@
-// qzjexxml rules: lists the rules of check, or explains one.
+// qzjexxml rules: lists the rules of check, or explains a rule.
 #include "description/rules.h"
 
 #include "commands/command_line.h"
@@ -25,7 +25,7 @@ static std::string firstSentence(std::string_view paragraph) {
   return text.substr(0, text.find(". "));
 }
 
-// Prints a line for each rule, or the paragraph of one.
+// Prints a line for each rule, or the paragraph of the rule NAME.
 static ExitStatus printRules(const Options& options) {
   if (!options.key.empty()) {
     std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';
@@ -39,7 +39,7 @@ static ExitStatus printRules(const Options& options) {
 }
 
 void addRules(CommandLine& line) {
-  line.add("rules", "List the rules of check, or explain one", "rules stray-target", printRules)
+  line.add("rules", "List the rules of check, or explain the rule NAME", "rules stray-target", printRules)
       .option("NAME", &Options::key, "", "The rule", ruleError);
 }
 

@@ -102,7 +102,7 @@ void Description::finishFindings() {
   if (!hasErrors()) {
     for (const auto& [position, reason] : suppressions.unused()) {
       report(Rule::unusedSuppression, Anchor{Token::comment, position, {}, 0},
-             [&, text = reason] { return "the comment silences nothing: " + text; });
+             [&, text = reason] { return "the comment suppresses nothing: " + text; });
     }
   }
   std::ranges::stable_sort(

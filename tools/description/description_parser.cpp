@@ -181,8 +181,8 @@ bool DescriptionParser::findWrongText(const ParserPosition& at) {
     description.report(
         Rule::badByte, byte,
         positions.isUtf8()
-            ? "a byte that is not UTF-8: save the file as UTF-8, or name its encoding in the XML declaration"
-            : "a byte that is not of the file's encoding");
+            ? "the byte is not valid UTF-8; save the file as UTF-8, or name its encoding in the XML declaration"
+            : "the byte is not valid in the file's encoding");
     return true;
   }
   const TokenPositions::Value value = entities.empty() ? positions.unclosedValue(lastEnd, at) : TokenPositions::Value();
