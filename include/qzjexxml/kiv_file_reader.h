@@ -18,7 +18,7 @@ struct KIVReadParam {
   KIVReadParam() = default;
   KIVReadParam(const KIVReadParam&) = delete;
   KIVReadParam& operator=(const KIVReadParam&) = delete;
-  // Takes the block and its ownership from the other parameter, which is then as after default construction.
+  // Takes the block and its ownership from the other parameter, which then equals a default-constructed one.
   KIVReadParam(KIVReadParam&& other) noexcept {
     std::swap(enabled, other.enabled);
     std::swap(block, other.block);
@@ -120,7 +120,7 @@ class QZJEXXML_EXPORT KIVFileReader {
   bool streamIsGood() const { return stream != nullptr && stream->is_open() && stream->good(); }
 
   // Reads the next `size` bytes of the stream, or fewer if the file has become shorter. Returns an empty array if
-  // reading fails; badbit then stays set, unless even the first byte could not be read.
+  // reading fails. Clears the state of the stream, but keeps badbit if reading fails after the first byte.
   KIVByteArray readBlock(std::uint32_t size) {
     KIVByteArray block;
     if (stream->peek() == std::ifstream::traits_type::eof()) {  // a directory, whose size may be 2 GiB

@@ -150,7 +150,7 @@ inline Manifest loadManifest(const std::string& fileName) {
   return Manifest(record);
 }
 
-// Loads a project description and keeps nothing of it. Throws LoadError if the description has errors.
+// Loads a project description to check it. Throws LoadError.
 inline void checkProject(const std::string& fileName) {
   void* handle = nullptr;
   detail::runLoad([&] { InitNOXData(fileName.c_str(), &handle); });
@@ -163,7 +163,7 @@ inline std::string readFile(const std::string& fileName) {
   return {bytes.data, bytes.length};
 }
 
-// Encrypts a file as EncryptFile does, into a file with the name that EncryptFile gives it. Throws std::runtime_error.
+// Encrypts a file into another file as EncryptFile does. Throws std::runtime_error.
 inline void encryptFile(const std::string& fileName, const std::string& passphrase) {
   char* text = detail::passphraseText(passphrase);
   detail::runOnFile([&] { return EncryptFile(fileName.c_str(), text); });

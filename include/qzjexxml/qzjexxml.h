@@ -13,9 +13,9 @@
 // encoding of the calling thread's LC_CTYPE locale. In the "C" locale it is UTF-8; a program that never calls setlocale
 // has that locale. A character that the encoding lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
 //
-// Exit: a load in an atexit handler, or in the destructor of a static object, works only if the handler was registered,
-// or the object constructed, after the first load of the process. In that load, libraries that Xerces-C uses register
-// exit handlers of their own. Once these have run, no load works.
+// Exit: the first load of a process registers exit handlers of libraries that Xerces-C uses. No load works after these
+// handlers have run. A load in an atexit handler, or in the destructor of a static object, therefore works only if the
+// handler was registered, or the object constructed, after the first load.
 //
 // Out of memory: a function frees everything that it allocated and throws std::bad_alloc. If a load runs out of memory
 // while it builds the document or the tree, it may instead report "An error occurred during parsing" or "An error
@@ -23,8 +23,8 @@
 // every later load of the process throws std::bad_alloc too.
 //
 // Speed: every load starts and stops Xerces-C, which takes longer than loading a file of a few hundred entries. A
-// program with many loads can link Xerces-C itself and keep it started, because Xerces-C counts its starts: it calls
-// xercesc::XMLPlatformUtils::Initialize() before the first load and Terminate() after the last.
+// program with many loads can link Xerces-C itself and keep it started, because Xerces-C counts its starts: the program
+// calls xercesc::XMLPlatformUtils::Initialize() before the first load and Terminate() after the last.
 #ifndef QZJEXXML_QZJEXXML_H
 #define QZJEXXML_QZJEXXML_H
 

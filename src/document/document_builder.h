@@ -1,9 +1,9 @@
 // DocumentBuilder: a parser that builds only the part of a document that the trees need.
 //
-// That part is the elements with their attributes, under their qualified names. Text, comments, processing
-// instructions, namespaces and declarations are left out. So are elements in entities, which are not children of the
-// element that contains the entity reference. Xerces-C's own document is not built. Default attributes are included:
-// Xerces-C's scanner delivers them like other attributes.
+// The trees need the elements and their attributes, under their qualified names. Default attributes are included,
+// because Xerces-C's scanner delivers them like other attributes. Text, comments, processing instructions, namespaces
+// and declarations are left out. Elements in entities are left out too, because they are not children of the element
+// that contains the entity reference. Xerces-C's own document is not built.
 #pragma once
 
 #include "document/document_nodes.h"

@@ -21,8 +21,8 @@ extern std::unique_ptr<JexXmlErrorReporter> gErrorReporter;
 // Gives a parser the library's settings.
 void configure(xercesc::XercesDOMParser& parser);
 
-// Returns the document. If Xerces-C reports an error or throws, writes that to the standard error stream and returns
-// null. In both cases gParser and gErrorReporter are set afterwards. The caller resets them, gParser first.
+// Returns the document. If Xerces-C reports an error or throws, writes a diagnostic to the standard error stream and
+// returns null. In both cases gParser and gErrorReporter are set afterwards. The caller resets them, gParser first.
 //
 // Reads nothing but the source: external entities and DTDs are fatal errors. A document that exceeds a budget or limit
 // of document/guard/limits.h is a fatal error too. `size` is the size of the document in bytes; the budgets grow with

@@ -22,8 +22,8 @@ namespace {
 bool isHalfStarted = false;
 bool isStopping = false;
 
-// Replaces the panic handler during its lifetime. Xerces-C's own handler ends the program, and the program may have set
-// one. A start of Xerces-C panics only when out of memory.
+// Replaces the panic handler during its lifetime, because the handlers of Xerces-C and of the program may end the
+// program. A start of Xerces-C panics only when out of memory.
 class NoPanic final : public PanicHandler {
  public:
   NoPanic() : before(XMLPlatformUtils::fgUserPanicHandler) { XMLPlatformUtils::fgUserPanicHandler = this; }
@@ -38,8 +38,8 @@ class NoPanic final : public PanicHandler {
 };
 
 // The default memory manager of Xerces-C when this library is the first to start it. When Xerces-C stops, its
-// destructors allocate one list of ten pointers at a time. An exception there would end the program, so one list has a
-// reserve.
+// destructors allocate one list of ten pointers at a time. An exception in a destructor would end the program, so
+// `reserve` has room for one list.
 class DefaultMemory final : public xercesc::MemoryManager {
  public:
   void* allocate(XMLSize_t size) override {

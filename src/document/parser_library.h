@@ -6,9 +6,9 @@
 
 namespace jexxml {
 
-// Xerces-C counts how often it is started, and has to be stopped as often. The constructor starts it and the destructor
-// stops it. If a start runs out of memory, Xerces-C stays half started: from then on it must be neither started nor
-// stopped.
+// Xerces-C counts its starts, and has to be stopped as often as it was started. The constructor starts it and the
+// destructor stops it. If a start runs out of memory, Xerces-C stays half started: from then on it must be neither
+// started nor stopped.
 class ParserLibrary {
  public:
   // Throws std::bad_alloc if Xerces-C is half started, if this start runs out of memory, or if less than 1 MiB is free.

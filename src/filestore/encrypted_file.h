@@ -1,4 +1,4 @@
-// Encrypts files under a passphrase, for the exported functions.
+// Encrypts files with a passphrase, for the exported functions.
 #pragma once
 
 #include <qzjexxml/kiv_byte_array.h>

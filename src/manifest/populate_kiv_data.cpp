@@ -11,9 +11,9 @@
 namespace jexxml {
 namespace {
 
-// Adds the files in the order of their sources, so that each is inserted after the one before (bench: "load unsorted").
-// All sources begin with the path of the root, which is not compared. The sort is stable, so the last file with a
-// source is used.
+// Adds the files in the order of their sources, so that each is inserted after the previous one (bench: "load
+// unsorted"). All sources begin with the path of the root, which is not compared. The sort is stable, so the last of
+// several files with the same source is used.
 void addFiles(std::vector<KivFile>& files, std::size_t rootLength, KIVData& data) {
   const auto belowRoot = [rootLength](const KivFile& file) { return std::string_view(file.source).substr(rootLength); };
   if (!std::ranges::is_sorted(files, {}, belowRoot)) {

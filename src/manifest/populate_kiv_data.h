@@ -14,8 +14,8 @@ namespace jexxml {
 std::uint64_t rootPathText(const KivMaster& master);
 
 // Adds the root macros, file map and search path of each "kiv" element to `data`, in document order. If several entries
-// have the same key, the last one is used. Adds nothing if the root is null. Releases the nodes of files. Returns true.
-// REQUIRES: the document still exists.
+// have the same key, the last one is used. Adds nothing if the root is null. Releases the nodes of the files. Returns
+// true. REQUIRES: the document still exists.
 bool populateKivData(const KivMaster& master, KIVData& data);
 
 }  // namespace jexxml

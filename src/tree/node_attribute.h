@@ -11,21 +11,21 @@ namespace jexxml {
 
 using xercesc::DOMNode;
 
-// To be looked up once by fetch, and then read as text. The pointers own nothing: the document must outlive every use
-// except destruction, and `attributeName` is valid only during the build.
+// fetch looks the attribute up once; then the text can be read. The pointers own nothing: the document must outlive
+// every use except destruction, and `attributeName` is valid only during the build.
 struct NodeAttribute {
   // `element` may be null. `name` is an entry of the XmlCommonStrings of the build, which may be null.
   NodeAttribute(DOMNode* element, const XMLCh* name) : ownerNode(element), attributeName(name) {}
 
-  // Looks the attribute up in its element. If the element or the name is null, reports that and changes nothing.
+  // Looks the attribute up in its element. If the element or the name is null, reports an error and changes nothing.
   void fetch() { fetch({this}); }
 
   // Does the same for several attributes of one element, in one pass over the attributes of the element.
   static void fetch(std::initializer_list<NodeAttribute*> attributes);
 
-  // The value in the locale encoding. Empty if the attribute is absent or was never fetched; the latter is reported at
-  // every call. A text that is not empty is cached. The reference is valid until the next call or the destruction of
-  // this object.
+  // The value in the locale encoding. Empty if the attribute is absent. If it was never fetched, every call reports an
+  // error and returns an empty text. A text that is not empty is cached. The reference is valid until the next call or
+  // the destruction of this object.
   const std::string& getText();
 
   // The text that getText has cached; empty if there is none.

@@ -1,8 +1,8 @@
 // NoxXmlNodeInterface: the base of every node class of the two trees.
 //
-// A node class derives directly and publicly from it. It inherits the constructor below. Its members are, in this
-// order, one NodeAttribute for each attribute and one ChildNodeList for each kind of child. The initialisers of these
-// members use the two members of the base, which come first in memory.
+// A node class derives directly and publicly from NoxXmlNodeInterface, and inherits the constructor. Its members are,
+// in this order, one NodeAttribute for each attribute and one ChildNodeList for each kind of child. The initialisers of
+// these members use the two members of the base, which come first in memory.
 #pragma once
 
 #include "tree/xml_common_strings.h"
@@ -25,7 +25,7 @@ class NoxXmlNodeInterface {
   const XmlCommonStrings* commonStrings;  // of the running build; not owned
 
  protected:
-  // Not virtual, because nodes are destroyed only as their own class.
+  // Not virtual, because no node is destroyed through a pointer to this class.
   ~NoxXmlNodeInterface() = default;
 };
 

@@ -56,9 +56,7 @@ Command& Command::options(const char* name, std::vector<std::string> Options::*v
   return *this;
 }
 
-Command& Command::json() {
-  return flag("--json", &Options::json, "Print one JSON object per file, each on its own line");
-}
+Command& Command::json() { return flag("--json", &Options::json, "Print one JSON object per file, on its own line"); }
 
 Command& Command::force() { return flag("--force", &Options::force, "Replace an existing output"); }
 

@@ -24,7 +24,7 @@ class CountedMemory final : public xercesc::MemoryManager {
   MemoryManager* getExceptionMemoryManager() override;
 
   // Currently allocated. `candidates` counts the blocks that a lookup may compare a text with: those allocated after
-  // the reader of the document. Every 256 bytes count as one more, because many texts may begin like a long one.
+  // the reader of the document. Every 256 bytes count as one more, because many texts may begin like a long text.
   std::uint64_t candidates = 0;
   std::uint64_t bytes = 0;
 
@@ -47,8 +47,8 @@ class CountedMemory final : public xercesc::MemoryManager {
   Block* takeFromReserve(std::size_t size);
   bool isReader(std::size_t size);
 
-  // 2 MiB, which take no memory until they are used: for what Xerces-C allocates up to the next callback, and for lists
-  // that the destructors of content models allocate. dtdLimit bounds these lists.
+  // 2 MiB, which take no memory until they are used. They serve the allocations up to the next callback, and
+  // the lists that the destructors of content models allocate. dtdLimit bounds these lists.
   static constexpr std::size_t reserveBlocks = (std::size_t{2} << 20U) / sizeof(Block);
 
   const std::unique_ptr<Block[]> reserve = std::make_unique_for_overwrite<Block[]>(reserveBlocks);

@@ -105,7 +105,7 @@ void DocumentParser::openEntity() {
 }
 
 // For each tag, Xerces-C visits all definitions of the element's attributes three times. It looks up a default
-// namespace even if the tag has one of its own. It looks up and copies default attributes like other attributes.
+// xmlns attribute even if the tag has its own. It looks up and copies default attributes like other attributes.
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
                                   const Attributes& attributes, XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
   constexpr std::uint64_t elementSteps = 500;
@@ -178,7 +178,7 @@ void DocumentParser::error(unsigned int code, const XMLCh* domain, ErrTypes type
   DocumentBuilder::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
-// Called in callbacks: the characters that were read before have been looked up.
+// Called in callbacks, because the characters that were read before a callback have been looked up.
 void DocumentParser::charge(std::uint64_t steps) {
   work += steps;
   check();

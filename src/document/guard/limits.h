@@ -37,7 +37,7 @@ inline constexpr Limit dtdLimit = {std::uint64_t{64} << 10U,
 // Each value is compared with all allowed values, and the allowed values with each other.
 inline constexpr Limit enumerationLimit = {1'000, u"an enumeration of the document has more than 1,000 characters"};
 
-// Nobody reads more errors than that. The text of the error that exceeds the limit counts too.
+// Nobody reads more errors. The text of the error that exceeds the limit counts too.
 inline constexpr Limit errorLimit = {1'000, u"the document has more than 1,000 errors"};
 inline constexpr Limit errorTextLimit = {99'900, u"the messages for the document's errors are too long"};  // characters
 
