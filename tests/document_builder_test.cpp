@@ -89,7 +89,7 @@ TEST(DocumentBuilder, MakesTheSameDocumentAsXerces) {
       entities + "<r>&e;<b/>&f;<b i='x'/>&amp;<b n='  1 2 '/></r>",
       entities + "<r><b>&f;&e;</b>&e;<!-- c -->&e;</r>",
       "<!DOCTYPE r><r><b a='1'/></r>",
-      // With errors.
+      // Documents with errors.
       "<r><b a='1' a='2'/><b/></r>",
       "<r><p:b/><b/></r>",
       "<r><b p:a='1'/></r>",

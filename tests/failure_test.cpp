@@ -152,7 +152,7 @@ class FailingLoad : public ManifestLoad {
       "<varnixpath><stop/><data path='b'/></varnixpath></kiv></r>";
 };
 
-TEST_F(FailingLoad, ReportsExceptionsAndKeepsWhatWasComplete) {
+TEST_F(FailingLoad, ReportsExceptionsAndKeepsCompleteEntries) {
   const std::tuple<void (*)(), const char*, const char*> exceptions[] = {
       {throwXmlException, "An error occurred Inside buildKivMaster \n \n\nMessage: unable to open file 'x'\n",
        "An error occurred during parsing\n   Message: unable to open file 'x'\nError buiding DOM\n"},
@@ -197,7 +197,7 @@ TEST_F(FailingLoad, ContinuesWithoutTextsThatCannotBeConverted) {
   EXPECT_EQ(emptyTexts, 3);
 }
 
-TEST_F(FailingLoad, ReportsWhatCannotStart) {
+TEST_F(FailingLoad, ReportsAFailedStart) {
   nothrowNewWorks = false;
   expectLoad(document, "", "Error Allocating Common Strings\n");
   nothrowNewWorks = true;

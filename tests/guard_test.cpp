@@ -1,4 +1,4 @@
-// Parses that exceed a budget, at each place where that can happen, and their memory until then.
+// Parses that exceed a budget at each place that checks it, and the memory that these parses take.
 #include "document/error_reporter.h"
 #include "document/guard/document_parser.h"
 #include "document/parse_document.h"

@@ -44,7 +44,7 @@ TEST_F(ManifestLoad, ComposesTheRecord) {
       "N = 2\nz\na\n");
 }
 
-TEST_F(ManifestLoad, SkipsWhatIsNotInTheVocabulary) {
+TEST_F(ManifestLoad, SkipsUnknownContent) {
   expectRecord(
       inKiv("<data path='1'/><kiv><varnixpath><data path='2'/></varnixpath></kiv>"
             "<VARNIXPATH><data path='3'/></VARNIXPATH>"

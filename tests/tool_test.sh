@@ -22,7 +22,7 @@ chmod +x bin/qzjexxml
 PATH=$PWD/bin:$PATH
 
 # shellcheck disable=SC2317 # called in data/command.txt
-completions() { # WORD...: what bash offers for the last one
+completions() { # WORD...: prints what bash offers for the last WORD
   . "$here/../share/completions/qzjexxml.bash"
   COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
   _qzjexxml
@@ -126,7 +126,7 @@ done
 if compgen -G '*.??????' >&2 || [ -e signalled ]; then fail 'interrupted commands leave files'; fi
 
 # The prompt and the progress line on a terminal.
-answer() { # PROMPT TEXT: waits for the prompt
+answer() { # PROMPT TEXT: waits for the prompt, then prints TEXT
   for _ in {1..400}; do
     grep -q "$1" typescript && break
     sleep 0.05

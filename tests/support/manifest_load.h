@@ -36,7 +36,7 @@ class ManifestLoad : public testing::Test {
 
   std::string load(std::string_view document) { return loadFile(directory.write("manifest.xml", document).c_str()); }
 
-  // The document loads to this record, without a message.
+  // Expects that the document loads into this record without messages.
   void expectRecord(std::string_view document, std::string_view record,
                     std::source_location caller = std::source_location::current()) {
     const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "called");
@@ -44,7 +44,7 @@ class ManifestLoad : public testing::Test {
     EXPECT_EQ(captured.take(), "");
   }
 
-  // The document has an empty record and these messages, and the next good document loads.
+  // Expects an empty record and these messages, and that the next good document loads.
   void expectMessages(std::string_view document, std::string_view messages,
                       std::source_location caller = std::source_location::current()) {
     const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "called");
