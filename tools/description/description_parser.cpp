@@ -29,7 +29,7 @@ static bool isForOthers(std::u16string_view attribute) {
          attribute.starts_with(u"xsi:");
 }
 
-// Cuts the name before the conversion, so that a long name costs little in each finding.
+// Cuts the name before the conversion, so that the findings about a long name cost little.
 static std::string shortName(std::u16string_view name) { return textOf(name.substr(0, 200)); }
 
 static std::string nearestOf(const auto& kinds, std::u16string_view name) {
@@ -53,7 +53,7 @@ static std::string parentsIn(const ElementKind& kind, const std::string& nameOfK
   return parents;
 }
 
-// Says where an element belongs that is unknown in `parent`.
+// Returns a hint for an element that is unknown in `parent`: where it belongs, or the nearest name.
 static std::string homeOf(std::u16string_view name, const ElementKind& parent, const ElementKind& root) {
   const bool isManifest = &root == &manifestVocabulary();
   if (otherVocabulary(root).child(name) != nullptr) {
@@ -144,7 +144,7 @@ void DescriptionParser::error(unsigned int code, const XMLCh* domain, ErrTypes t
   errorText = nullptr;
 }
 
-// A message with another text than Xerces-C's reports a limit of the base.
+// DocumentParser reports a limit with a text of its own, which differs from Xerces-C's text.
 void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exception) {
   constexpr std::size_t longest = 1'000;
   const ParserPosition reported = {static_cast<std::uint32_t>(exception.getLineNumber()),
@@ -172,8 +172,8 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.report(rule, description.positionOf(at), message);
 }
 
-// Finds what Xerces-C reports late: a byte that cannot be decoded, at the start of the block that it reads, and a quote
-// that is not closed, behind the value.
+// Finds two mistakes that Xerces-C reports in a wrong place. It reports a byte that cannot be decoded at the start of
+// the block that it reads, and a quote that is not closed after the value.
 bool DescriptionParser::findWrongText(const ParserPosition& at) {
   TokenPositions& positions = description.positions;
   const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, XMLUni::fgExceptDomain));
@@ -199,14 +199,14 @@ ParserPosition DescriptionParser::position() const {
   return {static_cast<std::uint32_t>(locator.getLineNumber()), static_cast<std::uint32_t>(locator.getColumnNumber())};
 }
 
-// The content of an entity is reported at the reference.
+// A finding about the content of an entity has the position of the reference.
 Anchor DescriptionParser::anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const {
   return entities.empty() ? Anchor{token, at, {}, suppressions}
                           : Anchor{Token::reference, position(), {}, referenceSuppressions};
 }
 
-// Returns the index of the element in the description, or `ignored`. Reports an ignored element, unless its parent is
-// ignored too.
+// Adds the element to the description and returns its index, or returns `ignored`. Reports an ignored element, unless
+// the parent is also ignored.
 std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name, bool isRoot) {
   const std::size_t parent = isRoot ? 0 : openElements.back().element;
   if (parent == ignored) {
@@ -214,7 +214,7 @@ std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name,
   }
   if (!entities.empty()) {
     description.report(Rule::entityElement, tag, [&] {
-      return "element " + inQuotes(shortName(name)) + " is ignored: it comes out of the entity " +
+      return "element " + inQuotes(shortName(name)) + " is ignored: it comes from the entity " +
              inQuotes(shortName(entities.front()));
     });
     return ignored;
