@@ -13,13 +13,13 @@
 
 namespace tool {
 
-// A target without a directory is "/FILE" in the record, although nobody wrote an absolute path.
+// A target "/FILE" does not count, because a record has this target for a file without a directory.
 static bool leadsOut(const std::string& target) {
   return (target.starts_with('/') && target.find('/', 1) != std::string::npos) ||
          ("/" + target + "/").find("/../") != std::string::npos;
 }
 
-// Reports entries that override each other, and paths that lead elsewhere.
+// Reports overridden entries, stray and shared targets, and relative paths.
 static void checkEntries(Description& description) {
   for (const Entry& entry : entriesOf(description)) {
     const Anchor tag = entry.element->tag();
@@ -74,7 +74,7 @@ static std::string colorError(const std::string& when) {
   return when == "auto" || when == "always" || when == "never" ? "" : inQuotes(when) + " is not auto, always or never";
 }
 
-// Colors are for a terminal, unless the environment forbids them.
+// By default, only a terminal gets colors, unless NO_COLOR or TERM forbids them.
 static bool isColored(const Options& options) {
   const char* refusal = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");
@@ -100,7 +100,7 @@ static ExitStatus check(const Options& options) {
     description.finishFindings();
     if (options.json) {
       JsonWriter json(file);
-      if (description.fileSize() != 0) {  // else it was not read, and has no kind
+      if (description.fileSize() != 0) {  // a file that was not read has no kind
         json.key("kind").text(description.isManifest() ? "manifest" : "project");
       }
       json.key("findings");

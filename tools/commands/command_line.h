@@ -16,7 +16,7 @@ namespace tool {
 // The options and arguments of all commands.
 struct Options {
   std::vector<std::string> files;
-  std::string key;  // of an entry, or the name of a rule
+  std::string key;  // key of an entry, or name of a rule
   std::string output;
   std::string passphraseFile;
   std::string color = "auto";
@@ -36,7 +36,7 @@ class Command {
   using ValidationError = std::string(const std::string& value);
 
   Command& files();
-  Command& file(const char* name, const char* text);  // required; one of `files`
+  Command& file(const char* name, const char* text);  // required; added to `files`
   Command& argument(const char* name, std::string Options::*value, const char* text);
   Command& flag(const char* name, bool Options::*value, const char* text, const char* excluded = nullptr);
   Command& option(const char* name, std::string Options::*value, const char* placeholder, const char* text,
@@ -59,7 +59,7 @@ class CommandLine {
   CommandLine();
   ~CommandLine();
 
-  // `example` is an example of its arguments.
+  // `example` is an example of the command with arguments.
   Command add(const char* name, const char* text, const char* example, ExitStatus (*command)(const Options&));
 
   // Runs the command that the arguments name. Reports wrong usage.

@@ -5,7 +5,7 @@
 
 namespace tool {
 
-// Writes the plaintext to the output; a new file has mode 0600.
+// Writes the plaintext to the output. A new file has mode 0600.
 static ExitStatus decryptFile(const Options& options) {
   const std::string target = options.output.empty() ? "-" : options.output;
   if (target != "-") {

@@ -12,11 +12,11 @@ namespace tool {
 
 using jexxml::SecretByteArray;
 
-// Reports a failure, and returns false then.
+// Reports a failure and returns false.
 bool decrypt(const std::string& file, Passphrase& passphrase, SecretByteArray& plaintext);
 
-// Reports the files that cannot be read, and runs the command for each of the others. Takes the passphrase once, if
-// there are any: from --passphrase-file, or from the terminal, twice if `confirm` is set.
+// Reports the files that cannot be read, and runs the command for each readable file. If a file is readable, takes the
+// passphrase from --passphrase-file, or asks for it on the terminal, twice if `confirm` is set.
 ExitStatus withPassphrase(const Options& options, bool confirm,
                           const std::function<ExitStatus(const std::string&, Passphrase&)>& command);
 

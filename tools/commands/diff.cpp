@@ -29,7 +29,7 @@ std::string pathTo(const Element& element, const Description& description) {
   return &parent == &element ? "" : pathTo(parent, description) + ' ' + element.kind->name;
 }
 
-// Rows whose names have a common beginning. The separator stands between a name and its value.
+// Rows whose names begin with the same text. The separator stands between a name and its value.
 struct Group {
   std::string name;
   const char* separator = "";
@@ -68,8 +68,8 @@ struct Side {
 // Two descriptions of one kind.
 class Comparison {
  public:
-  // Adds the elements of a project, named by the attributes of the parent and their own required ones; its tree is
-  // empty. Of a manifest, adds the record, and the elements whose attributes are not in it.
+  // For a project, adds the elements, named by the attributes of the parent and their own required attributes; the tree
+  // is empty. For a manifest, adds the record, and the elements whose attributes are not in the record.
   void add(std::size_t number, const Description& description, const jexxml::KivMaster& tree) {
     Side& side = sides.at(number);
     addElements(side, description);

@@ -1,4 +1,4 @@
-// qzjexxml encrypt: encrypts files under a passphrase.
+// qzjexxml encrypt: encrypts files with a passphrase.
 #include "commands/decryption.h"
 #include "commands/running.h"
 #include "filestore/encrypted_file.h"
@@ -34,7 +34,7 @@ static ExitStatus encrypt(const std::string& file, const std::string& target, bo
   output.write({ciphertext.data, ciphertext.length});
   ciphertext.clear();
   SecretByteArray again;
-  const bool isWrittenThrough = output.temporaryName().empty();  // maybe to the standard output
+  const bool isWrittenThrough = output.temporaryName().empty();  // for example to the standard output
   if (!isWrittenThrough &&
       (!decrypt(output.temporaryName(), passphrase, again) ||
        !std::equal(plaintext.data, plaintext.data + plaintext.length, again.data, again.data + again.length))) {
@@ -49,7 +49,7 @@ static std::string outputFor(const std::string& file, const Options& options) {
   return !options.output.empty() ? options.output : file == "-" ? file : jexxml::encryptedFileName(file);
 }
 
-// Reports outputs that are the same file, an input, or exist already.
+// Reports outputs that are the same file, that are inputs, or that exist.
 static ExitStatus checkOutputs(const Options& options) {
   std::vector<std::string> read = options.files;
   read.push_back(options.passphraseFile);
@@ -72,7 +72,7 @@ static ExitStatus checkOutputs(const Options& options) {
   });
 }
 
-// Encrypts each file into the output, or else into the .enc file beside it, and the standard input to the standard
+// Encrypts each file into the output or the .enc file beside it, and the standard input to the output or the standard
 // output. Decrypts the result to verify it. Prints "FILE -> OUTPUT". Does nothing if checkOutputs() fails.
 static ExitStatus encryptFiles(const Options& options) {
   if (checkOutputs(options) != allGood) {

@@ -28,7 +28,7 @@ static void print(const Entry& entry, Description& description) {
   }
 }
 
-// Prints the entries with this key, or files with this target: their positions, their parts, and which override which.
+// Prints the entries with this key, or files with this target: positions, attributes, and which entries override them.
 static ExitStatus explain(const Options& options) {
   return forEachFile(options.files, [&](const std::string& file) {
     Description description(file);

@@ -11,19 +11,19 @@
 
 namespace tool {
 
-// Adds the options of such a command.
+// Adds the options of a command that loads descriptions.
 void addLoadOptions(Command command);
 
 // Returns the file's name as a heading, if there are several files.
 std::string headingOf(const Options& options, const Description& description);
 
-// Warns if the description is of the other kind, or of neither: then it loads, but has no entries.
+// Warns if the description is of the other kind or of neither kind. Such a description loads, but has no entries.
 void warnOfOtherKind(const Description& description, bool asManifest);
 
-// Reports why the file does not load, with --json also as an object.
+// Reports why the file does not load. With --json, also prints the reason as an object.
 ExitStatus reportUnloadable(const Options& options, const Description& description);
 
-// Loads and prints each description. The output of `dump`, for --tree, starts with a line end and has none at its end.
+// Loads and prints each description. `dump`, for --tree, writes a line end before each line, and none at the end.
 template <typename Tree>
 ExitStatus printEach(const Options& options, bool (*dump)(Tree& tree),
                      void (*print)(const Options& options, const Description& description, Tree& tree)) {

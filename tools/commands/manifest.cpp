@@ -1,4 +1,4 @@
-// qzjexxml manifest: prints what a load of archive manifests gives.
+// qzjexxml manifest: prints the records of archive manifests.
 #include "commands/loading.h"
 #include "commands/record_rows.h"
 #include "io/terminal_text.h"
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// Aligns the values, unless a key is wider than a screen.
+// Aligns the values, except those of keys that are wider than a screen.
 static void printTable(const KIVData& record) {
   constexpr std::size_t widest = 80;
   for (const Section& section : sections) {

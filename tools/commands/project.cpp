@@ -7,8 +7,8 @@
 
 namespace tool {
 
-// Prints {"element":"data","attributes":{...},"children":[...]}. In document order, the elements that are open before
-// an element and do not contain it end there.
+// Prints {"element":"data","attributes":{...},"children":[...]}. Before an element, closes the open elements that do
+// not contain it.
 static void write(JsonWriter& json, const Description& description) {
   std::vector<std::size_t> open;
   const auto closeUpTo = [&](std::size_t depth) {

@@ -15,7 +15,7 @@ struct Section {
   const char* title;      // in the table
   const char* member;     // of the JSON object
   const char* row;        // names a row in diff
-  const char* separator;  // between key and value; null for keys without values, whose order counts
+  const char* separator;  // between key and value; null if the keys have no values and their order counts
   void (*forEach)(const KIVData& record, const RowAction& action);
 };
 

@@ -33,7 +33,7 @@ ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Opt
   if (!options.json) {
     std::setlocale(LC_CTYPE, "");
   }
-  const jexxml::ParserLibrary started;  // for all loads, since starting takes longer than a small file
+  const jexxml::ParserLibrary started;  // once, because a start takes longer than the load of a small file
   if (started.failure()) {
     throw Failure(*started.failure(), "Xerces-C");
   }

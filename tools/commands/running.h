@@ -9,13 +9,13 @@
 
 namespace tool {
 
-// Runs the command for each file, even after one has failed, then finishOutput(). Reports Failure and std::bad_alloc.
-// Returns the worst status. Shows the progress of long work.
+// Runs the command for each file, even after a file has failed, then finishOutput(). Reports Failure and
+// std::bad_alloc. Returns the worst status. Shows the progress of long work.
 ExitStatus forEachFile(const std::vector<std::string>& files,
                        const std::function<ExitStatus(const std::string&)>& command);
 
-// Runs the command with Xerces-C started, and with its output in place, which must not be one of the files. Texts are
-// in the locale encoding; JSON is in UTF-8, which the library uses in the "C" locale.
+// Starts Xerces-C, redirects std::cout to the output, which must not be one of the files, and runs the command. Texts
+// are in the locale encoding. For JSON the locale stays "C", in which the library writes UTF-8.
 ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Options&));
 
 template <ExitStatus (*command)(const Options&)>

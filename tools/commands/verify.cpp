@@ -1,4 +1,4 @@
-// qzjexxml verify: tells whether files decrypt.
+// qzjexxml verify: checks that files decrypt.
 #include "commands/decryption.h"
 #include "io/terminal_text.h"
 

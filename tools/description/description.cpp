@@ -67,7 +67,7 @@ void Description::parse() {
   }
 }
 
-// A suppression counts as used even where the rule is ignored too, so it is asked first.
+// Asks the suppressions first, because a suppression counts as used even if the rule is ignored.
 bool Description::isWanted(Rule rule, const Anchor& anchor) {
   constexpr std::size_t most = 1'000;
   if (suppressions.silence(anchor.suppressions, rule) || ignoredRules.test(static_cast<std::size_t>(rule))) {

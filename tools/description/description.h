@@ -28,7 +28,7 @@ struct Finding {
   std::string text;
 };
 
-// The token that a finding is about.
+// The token that a finding refers to.
 struct Anchor {
   Token token = Token::tag;
   ParserPosition position;
@@ -41,7 +41,7 @@ struct Element {
   // Returns the value in the locale encoding, or nothing for an absent attribute.
   std::optional<std::string> value(const char16_t* attribute) const;
 
-  // Returns NAME="VALUE" of each attribute that it has, each after a space; long values are cut if `areCut` is set.
+  // Returns NAME="VALUE" of each attribute that it has, each after a space. If `areCut`, cuts long values.
   enum class Which { required, others, all };
   std::string attributesText(Which which, bool areCut = false) const;
 
@@ -49,7 +49,7 @@ struct Element {
   Anchor attribute(std::u16string_view name) const { return {Token::attribute, end, name, suppressions}; }
 
   const ElementKind* kind;
-  std::size_t parent;  // index of the element; the root element's is its own
+  std::size_t parent;  // index of the parent element; the root element is its own parent
   ParserPosition end;  // of the tag
   SuppressionGroup suppressions;
   const xercesc::DOMNode* node;
@@ -64,7 +64,7 @@ class Description {
   explicit Description(std::string name, const Rules& ignored = Rules().set());
   ~Description();
 
-  // Adds a warning, unless it is suppressed, or the thousand-and-first; `textOf` returns its text.
+  // Adds a warning, unless it is suppressed or the file has a thousand warnings. `textOf` returns the text.
   void report(Rule rule, const Anchor& anchor, const auto& textOf) {
     if (isWanted(rule, anchor)) {
       findings.push_back({positionOf(anchor), rule, textOf()});
@@ -76,7 +76,7 @@ class Description {
     findings.push_back({position, rule, text});
   }
 
-  // Builds a load's tree over the document, which this object owns. Adds an error and returns false if a load fails.
+  // Builds the tree of a load over the document, which this object owns. Adds an error and returns false on failure.
   // REQUIRES: there are no errors.
   bool build(jexxml::KivMaster& tree);
   bool build(jexxml::NoxMaster& tree);
@@ -84,7 +84,7 @@ class Description {
   // Adds the unused suppressions, and sorts the findings by position.
   void finishFindings();
 
-  // [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...]; unknown positions are left out.
+  // [{"severity":"error","rule":"not-valid","line":2,"column":1,"message":"..."}, ...], without unknown positions.
   void writeFindings(JsonWriter& json) const;
 
   // Reports why the file does not load, with the diagnostics of a load. Returns fileFailed.
@@ -101,8 +101,8 @@ class Description {
   std::uint32_t fileSize() const { return bytes.length; }
 
   const std::string file;                           // name
-  const ElementKind* root = &manifestVocabulary();  // by the content, or else by the attribute `type`
-  bool showsKind = false;                           // otherwise it may be of either kind
+  const ElementKind* root = &manifestVocabulary();  // by the content, otherwise by the attribute `type`
+  bool showsKind = false;                           // false if it may be of either kind
   std::vector<Element> elements;                    // in document order, the root element first
   std::vector<Finding> findings;
 

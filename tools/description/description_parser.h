@@ -14,7 +14,7 @@
 
 namespace tool {
 
-// Serves one parse, of the description's bytes, and owns the document.
+// For one parse of the bytes of the description. Owns the document.
 class DescriptionParser final : public jexxml::DocumentParser, private xercesc::ErrorHandler {
  public:
   explicit DescriptionParser(Description& described);

@@ -28,7 +28,7 @@ static void addEntries(jexxml::KivMaster& tree, const Add& add) {
                              });
 }
 
-// A load composes nothing from a project.
+// A load makes no record of a project description. These entries are for check and explain.
 static void addEntries(jexxml::NoxMaster& tree, const Add& add) {
   for (auto& development : tree.root->developmentNodeList) {
     for (auto& rootMacro : development.rootMacroNodeList) {
@@ -44,7 +44,7 @@ static void addEntries(jexxml::NoxMaster& tree, const Add& add) {
   }
 }
 
-// Calls `link` with each two consecutive entries of equal keys, among those that `isWanted`.
+// Calls `link` for each pair of consecutive wanted entries with equal keys.
 static void linkEqual(std::vector<Entry>& entries, auto isWanted, auto key, auto link) {
   std::vector<Entry*> ordered;
   for (Entry& entry : entries) {

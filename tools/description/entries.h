@@ -17,12 +17,13 @@ struct Entry {
   Kind kind;
   std::string key;                   // the macro's name, the source, or the path
   std::string value;                 // the macro's path, or the target
-  const Entry* overrides = nullptr;  // the previous one with the same key; not for search paths
+  const Entry* overrides = nullptr;  // previous entry with the same key; null for search paths
   const Entry* overriddenBy = nullptr;
-  const Entry* sameTarget = nullptr;  // a previous file; neither of them is overridden
+  const Entry* sameTarget = nullptr;  // a previous file with the same target; neither is overridden
 };
 
-// In document order. Empty, with an error added, if a load fails. REQUIRES: the description stays unchanged.
+// Returns the entries in document order. If a load fails, adds an error and returns nothing. The entries are valid
+// while the description is unchanged.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// The rules, by which findings are named. Their names never change; docs/mistakes.md explains them.
+// The rules of check. Their names never change; docs/mistakes.md explains them.
 #pragma once
 
 #include <bitset>
@@ -43,7 +43,7 @@ bool isError(Rule rule);
 // Returns nothing if no rule has the name.
 std::optional<Rule> ruleNamed(std::string_view name);
 
-// Return why the name is not that of a rule, or not of one that can be suppressed; empty if it is.
+// Return an error message if no rule has the name, or (ignoreError) if the rule is an error; otherwise an empty text.
 std::string ruleError(const std::string& name);
 std::string ignoreError(const std::string& name);
 

@@ -4,7 +4,7 @@
 
 namespace tool {
 
-// Names of rules are ASCII.
+// Replaces characters above ASCII, which no name of a rule has.
 void Suppressions::add(std::u16string_view comment, const ParserPosition& position) {
   constexpr std::size_t longest = 2'000;
   if (comment.find(u"qzjexxml-ignore") == std::u16string_view::npos) {

@@ -20,7 +20,7 @@ class Suppressions {
   // Adds the comment if it is a suppression. `position` is its end.
   void add(std::u16string_view comment, const ParserPosition& position);
 
-  // Returns the comments since the last start or end of an element.
+  // Returns the group of the comments since the last start or end of an element.
   SuppressionGroup takePending();
 
   // Applies the group, which precedes the root element, to the whole file.
@@ -47,7 +47,7 @@ class Suppressions {
 
   std::vector<Comment> comments;
   std::vector<Group> groups = {{}};
-  bool isPending = false;  // the last group still gets comments
+  bool isPending = false;  // the next comment joins the last group
   SuppressionGroup wholeFile = 0;
 };
 

@@ -49,7 +49,7 @@ bool TokenPositions::decode(std::size_t wanted) {
 }
 
 // Decodes character by character up to bytes that cannot be decoded. Returns false at the end. The last code unit of a
-// block is indexed with the next block, since only that tells whether it ends a line.
+// block is indexed with the next block, because only the next code unit shows whether the last one ends a line.
 bool TokenPositions::decodeBlock() {
   if (isDecoded) {
     return false;
@@ -80,7 +80,7 @@ bool TokenPositions::endsLine(std::size_t offset) const {
          (unit == u'\r' && next != u'\n' && !(hasMoreLineEnds && next == u'\u0085'));
 }
 
-// Decodes the code unit at the position, too.
+// Also decodes the code unit at the position.
 std::size_t TokenPositions::offsetOf(const ParserPosition& position) {
   std::size_t offset = nowhere;
   do {
@@ -115,7 +115,7 @@ Position TokenPositions::of(Token token, const ParserPosition& position, std::u1
   return positionAt(start == nowhere ? offset : start);
 }
 
-// No value of an attribute contains a '<'.
+// The last '<' starts the tag, because no value of an attribute contains a '<'.
 std::size_t TokenPositions::startOfTag(std::size_t end) {
   if (end != lastTagEnd) {
     lastTagEnd = end;

@@ -16,24 +16,24 @@
 
 namespace tool {
 
-// As Xerces-C counts: from 1, columns in UTF-16 code units. Zeros if it is unknown.
+// A position as Xerces-C counts: from 1, columns in UTF-16 code units. Both are 0 if it is unknown.
 struct ParserPosition {
   std::uint32_t line = 0;
   std::uint32_t column = 0;
 };
 
-// As people count: from 1, columns in characters. Zeros if it is unknown.
+// A position as people count: from 1, columns in characters. Both are 0 if it is unknown.
 struct Position {
   std::uint64_t line = 0;
   std::uint64_t column = 0;
 };
 
 enum class Token : std::uint8_t {
-  tag,        // or other markup in angle brackets
-  insideTag,  // a tag that the parser is in
-  attribute,  // of a tag that the parser is behind
-  text,       // that the parser is before
-  reference,  // to an entity
+  tag,        // a tag, or other markup in angle brackets, that ends before the position
+  insideTag,  // the tag that contains the position
+  attribute,  // an attribute of the tag that ends before the position
+  text,       // the text after the position
+  reference,  // the entity reference before the position
   comment,
 };
 
@@ -42,14 +42,13 @@ class TokenPositions {
   // The file outlives this object.
   explicit TokenPositions(const KIVByteArray& bytes) : file(bytes) {}
 
-  // Comes before any question, if the document has an XML declaration.
+  // Must be called before the other functions if the document has an XML declaration.
   void setDeclaration(const XMLCh* encodingName, bool isVersion11) {
     encoding = encodingName;
     hasMoreLineEnds = isVersion11;
   }
 
-  // Returns the start of the token at the position, or the position if there is no such token. `name` is the
-  // attribute's.
+  // Returns the start of the token, or the position if there is no such token. `name` is the name of the attribute.
   Position of(Token token, const ParserPosition& position, std::u16string_view name = {});
 
   // Returns the position of a byte that cannot be decoded, at `at`, or anywhere after it if `isSoon` is set.
@@ -66,7 +65,7 @@ class TokenPositions {
     bool hasMarkup = false;
   };
 
-  // Returns the first one in the tags between two positions.
+  // Returns the first such attribute in the tags between two positions.
   Value unclosedValue(const ParserPosition& from, const ParserPosition& to);
 
  private:
@@ -96,10 +95,10 @@ class TokenPositions {
   bool isDecoded = false;
   std::size_t decodedBytes = 0;
   std::u16string text;      // the decoded beginning of the file
-  std::size_t indexed = 0;  // of the text
+  std::size_t indexed = 0;  // code units of the text, in lineStarts and lowSurrogates
   std::vector<std::size_t> lineStarts = {0};
   std::vector<std::size_t> lowSurrogates;
-  std::size_t lastTagEnd = 0;  // cached, since a tag may have many findings
+  std::size_t lastTagEnd = 0;  // cached, because a tag may have many findings
   std::size_t lastTagStart = 0;
   std::vector<Attribute> lastTagAttributes;
 };

@@ -15,7 +15,7 @@ namespace tool {
 
 using xercesc::DOMElement;
 
-// Other elements of the schema only contain declarations.
+// Other kinds of elements in the schema only contain declarations.
 static void readDeclarations(const DOMElement& schema, ElementKind& kind) {
   for (const DOMElement* child = schema.getFirstElementChild(); child != nullptr;
        child = child->getNextElementSibling()) {

@@ -7,7 +7,7 @@
 
 namespace tool {
 
-// In the locale encoding.
+// Converts the text to the locale encoding.
 std::string textOf(std::u16string_view text);
 
 struct AttributeKind {
@@ -17,7 +17,7 @@ struct AttributeKind {
 };
 
 struct ElementKind {
-  // Null if there is none.
+  // Return null if there is none.
   const ElementKind* child(std::u16string_view name) const;
   const AttributeKind* attribute(std::u16string_view name) const;
 
@@ -27,7 +27,7 @@ struct ElementKind {
   std::vector<ElementKind> children;
 };
 
-// The root elements, whose names documents may choose. REQUIRES: Xerces-C is started.
+// The root elements; a document may give its root element any name. REQUIRES: Xerces-C is started.
 const ElementKind& manifestVocabulary();
 const ElementKind& projectVocabulary();
 const ElementKind& otherVocabulary(const ElementKind& root);

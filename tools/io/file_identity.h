@@ -11,10 +11,10 @@
 
 namespace tool {
 
-// Device, inode and an empty text. For a file that does not exist: those of its directory, and its name there.
+// Device, inode and an empty text. For a file that does not exist: device and inode of the directory, and the name.
 using FileIdentity = std::tuple<dev_t, ino_t, std::string>;
 
-// Returns nothing for devices, FIFOs and the like, and if there is no such directory.
+// Returns nothing for special files, such as devices and FIFOs, and if the directory does not exist.
 std::optional<FileIdentity> identityOf(const std::string& file);
 
 // Follows symbolic links at the end of the name. Keeps links in /proc to open files, which contain only a name.

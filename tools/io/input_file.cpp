@@ -16,7 +16,7 @@ namespace tool {
 constexpr const char* notRead = "cannot be read";
 constexpr std::uint64_t tooLarge = std::uint64_t{1} << 31U;  // the library reads less
 
-// The library has one message for both.
+// Distinguishes two errors for which the library has one message.
 static void requireSize(std::uint64_t size) {
   if (size == 0 || size >= tooLarge) {
     throw Failure(size == 0 ? "the file is empty" : "the file has 2 GiB or more");

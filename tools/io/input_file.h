@@ -8,7 +8,7 @@
 namespace tool {
 
 // Throws Failure for a file that is missing, unreadable, empty, too large, or neither a regular file nor a FIFO. Does
-// not open it. Accepts "-", the standard input.
+// not open the file. Accepts "-", the standard input.
 void requireReadable(const std::string& file);
 
 // Gives the library a path. Copies the standard input and FIFOs into memory first.

@@ -1,4 +1,4 @@
-// JsonWriter: JSON on the standard output. It is written in pieces, since it may be large.
+// JsonWriter: writes JSON to the standard output in pieces, because an object may be large.
 #pragma once
 
 #include <cstdint>

@@ -14,7 +14,7 @@
 
 namespace tool {
 
-// Written without std::cerr, which flushes std::cout first, which clears the line.
+// The progress line bypasses std::cerr, because std::cerr flushes std::cout, and the flush clears the line.
 static bool progressIsVisible = false;
 
 Failure Failure::ofSystem(const std::string& text, const std::string& name) {

@@ -8,10 +8,10 @@
 
 namespace tool {
 
-// Of several outcomes, the greatest counts.
+// The status of several files is the greatest of their statuses.
 enum ExitStatus { allGood = 0, fileFailed = 1, differ = 1, wrongUsage = 2 };
 
-// Why something cannot be done. An empty subject stands for the file in hand.
+// Why a command fails. An empty subject stands for the file that the command is processing.
 struct Failure : std::runtime_error {
   explicit Failure(const std::string& text, std::string name = "") : runtime_error(text), subject(std::move(name)) {}
 
@@ -27,7 +27,7 @@ ExitStatus report(const std::string& subject, const std::string& text, const std
 // Writes "NUMBER of COUNT: FILE" to a terminal, if there are many files or the file is large.
 void showProgress(std::size_t number, std::size_t count, const std::string& file);
 
-// Clears that line. Called before anything else is written to either stream.
+// Clears the progress line. Called before anything else is written to std::cout or std::cerr.
 void clearProgress();
 
 }  // namespace tool

@@ -34,7 +34,7 @@ Passphrase::Passphrase(const std::string& file, bool confirm) : Passphrase() {
 
 Passphrase::~Passphrase() { explicit_bzero(buffer.data(), buffer.size()); }
 
-// Reads byte by byte: what follows on the standard input stays there, and no buffer keeps a copy.
+// Reads byte by byte: the rest of the standard input stays unread, and no buffer keeps a copy of the passphrase.
 void Passphrase::readFirstLine(const std::string& file) {
   const Descriptor input(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC));
   std::size_t length = 0;

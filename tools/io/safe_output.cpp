@@ -30,7 +30,7 @@ static void removePending(int signal) {
   raise(signal);
 }
 
-// Keeps ignoring signals that the program was started to ignore.
+// Signals that are ignored when the program starts stay ignored.
 static void removeAtSignals() {
   for (const int ending : endings) {
     if (std::signal(ending, removePending) == SIG_IGN) {

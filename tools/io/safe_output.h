@@ -8,13 +8,13 @@
 
 namespace tool {
 
-// Writes a temporary file beside a regular or new file, and moves it there in commit(). Without commit(), or if a
-// signal ends the program, nothing changes and nothing is left. Writes directly to devices, FIFOs, open files
-// (/dev/stdout) and "-", the standard output. Only one object may exist. Throws Failure.
+// Writes a temporary file beside the output, and renames it to the output in commit(). Without commit(), or if a signal
+// ends the program, the output is unchanged and the temporary file is removed. Writes directly to devices, FIFOs, open
+// files (/dev/stdout) and "-", the standard output. Only one object may exist. Throws Failure.
 class SafeOutput {
  public:
-  // A new file has `mode`, less the umask; an existing one keeps its mode. Unless `replace`, commit() fails if it
-  // exists.
+  // A new file has `mode`, less the umask; an existing file keeps its mode. Unless `replace`, commit() fails if the
+  // file exists.
   explicit SafeOutput(const std::string& file, bool replace = true, mode_t mode = 0666);
   SafeOutput(const SafeOutput&) = delete;
   SafeOutput& operator=(const SafeOutput&) = delete;

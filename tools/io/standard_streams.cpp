@@ -16,7 +16,7 @@
 namespace tool {
 namespace {
 
-// With -o *.xml the shell passes an input as OUT: a file that begins as XML does. No command prints such a beginning.
+// With -o *.xml the shell passes an XML file as OUT. Printed output does not begin with '<'.
 bool looksLikeDescription(const std::string& file) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) {
@@ -30,7 +30,7 @@ bool looksLikeDescription(const std::string& file) {
   return content.peek() == '<';
 }
 
-// The library writes each line end by itself. A line end within a piece is part of a value.
+// The library writes each line end as a piece of its own. A line end inside another piece is part of a value.
 class EscapedText : public std::stringbuf {
   std::streamsize xsputn(const char* text, std::streamsize length) override {
     const std::string_view piece(text, static_cast<std::size_t>(length));

@@ -55,8 +55,8 @@ ExitStatus finishOutput(ExitStatus status);
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
                    const std::function<ExitStatus()>& command);
 
-// Captures and returns what `action` writes to std::cerr, with escaped control characters, except for line ends that
-// are written by themselves.
+// Returns what `action` writes to std::cerr. Control characters are escaped, except line ends that are written
+// separately.
 std::string diagnosticsOf(const std::function<void()>& action);
 
 }  // namespace tool

@@ -11,8 +11,8 @@ namespace tool {
 // The text is in the locale encoding or UTF-8.
 std::string escapeForTerminal(std::string_view text);
 
-// Returns the number of columns of the escaped text, or more than `most`. If the locale does not tell, a UTF-8
-// character takes one.
+// Returns the number of columns of the escaped text, or any number above `most` for a wide text. A UTF-8 character
+// counts as one column if the locale does not give its width.
 std::size_t displayWidth(const std::string& text, std::size_t most);
 
 }  // namespace tool
