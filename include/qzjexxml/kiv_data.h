@@ -74,9 +74,9 @@ struct FileMapEntry {
   std::string target;    // directory (or its rename) + "/" + file name (or its rename)
 };
 
-// The content of one archive manifest. All texts are in the locale encoding. They are composed from the attributes as
-// they are: nothing is trimmed or normalised. If several entries have the same key, the record has the last one in the
-// document.
+// The content of one archive manifest. All texts are in the locale encoding. They are composed from unchanged attribute
+// values: nothing is trimmed or normalised. If several entries have the same key, the record has the last of these
+// entries.
 struct KIVData {
   // Source path (root path + "/" + directory + "/" + file name) to destination.
   std::map<std::string, FileMapEntry> fileMap;

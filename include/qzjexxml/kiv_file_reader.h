@@ -18,7 +18,7 @@ struct KIVReadParam {
   KIVReadParam() = default;
   KIVReadParam(const KIVReadParam&) = delete;
   KIVReadParam& operator=(const KIVReadParam&) = delete;
-  // Takes the block and its ownership from the other parameter, which then equals a default-constructed one.
+  // Takes the block and its ownership from the other parameter, which then has the default values.
   KIVReadParam(KIVReadParam&& other) noexcept {
     std::swap(enabled, other.enabled);
     std::swap(block, other.block);

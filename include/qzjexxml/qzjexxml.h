@@ -87,9 +87,9 @@ extern "C" QZJEXXML_EXPORT char* ReadXmlFile(const char* fileName);
 // ---- Encrypting files
 //
 // A passphrase is a NUL-terminated text of any bytes. The functions do not modify it. The stub of the crypto library in
-// this project rejects an empty passphrase like a wrong one, without a message. The functions wipe their own copies of
-// passphrases and plaintexts; the caller has to wipe the plaintext that it receives. The functions are thread-safe if
-// no array and no file is shared.
+// this project rejects an empty passphrase like a wrong passphrase, without a message. The functions wipe their own
+// copies of passphrases and plaintexts; the caller has to wipe the plaintext that it receives. The functions are
+// thread-safe if no array and no file is shared.
 
 // Encrypts `fileName` into another file and returns true. The name of that file is `fileName` with the first ".xml"
 // anywhere in the path replaced by ".enc", or with ".enc" appended if there is no ".xml". An existing file is

@@ -1,4 +1,4 @@
-// Encryption of bytes under a passphrase.
+// Encryption of bytes with a passphrase.
 //
 // A stub for libqzkivbtcrypto of the tool chain, with the two functions that libqzjexxml calls.
 // docs/encrypted-file-format.md describes the format. Thread-safe if no array is shared.

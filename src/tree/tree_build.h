@@ -71,7 +71,7 @@ bool fetch(std::same_as<NodeAttribute> auto&... attributes) {
   return true;
 }
 
-// Builds the lists of the node in the given order. If one fails, writes the message and returns false.
+// Builds the lists of the node in the given order. If a list fails, writes the message and returns false.
 template <typename... T>
 bool build(const auto& node, const char* message, ChildNodeList<T>&... lists) {
   const bool built = (lists.build(node.domNode, node.commonStrings) && ...);

@@ -73,7 +73,7 @@ class CommandLine {
   ExitStatus status = allGood;
 };
 
-// Each adds one command.
+// Each function adds one command.
 void addManifest(CommandLine& line);
 void addProject(CommandLine& line);
 void addCheck(CommandLine& line);

@@ -172,8 +172,8 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.report(rule, description.positionOf(at), message);
 }
 
-// Finds two mistakes that Xerces-C reports in a wrong place. It reports a byte that cannot be decoded at the start of
-// the block that it reads, and a quote that is not closed after the value.
+// Xerces-C reports an undecodable byte at the start of its block, and an unclosed quote after the value. Reports these
+// mistakes where they begin and returns true; returns false if there are none.
 bool DescriptionParser::findWrongText(const ParserPosition& at) {
   TokenPositions& positions = description.positions;
   const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, XMLUni::fgExceptDomain));

@@ -55,7 +55,7 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
 
   Description& description;
   std::vector<OpenElement> openElements;
-  std::vector<std::u16string> entities;        // open ones
+  std::vector<std::u16string> entities;        // names of the open references
   SuppressionGroup referenceSuppressions = 0;  // before the outermost reference
   ParserPosition lastEnd;                      // of the preceding markup or text
   unsigned int errorCode = 0;                  // of the error that Xerces-C is reporting

@@ -1,4 +1,4 @@
-// The entries of a description: what a load puts into its record.
+// The entries of a description: root macros, files and search paths.
 #pragma once
 
 #include "description/description.h"

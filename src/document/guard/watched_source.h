@@ -30,7 +30,7 @@ struct WatchedStream final : xercesc::BinInputStream {
   const ReadWatcher& watcher;
 };
 
-// Makes one stream, allocated from `manager`. `source` must outlive this object, and this object the stream.
+// Makes one stream, allocated from `manager`. `source` must outlive this object, which must outlive the stream.
 class WatchedSource final : public xercesc::InputSource {
  public:
   WatchedSource(const InputSource& source, xercesc::MemoryManager* manager, ReadWatcher beforeRead)
