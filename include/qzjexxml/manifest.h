@@ -1,6 +1,6 @@
-// The library for C++ programs. A Manifest frees its record itself. A failure is an exception that contains the
-// diagnostics, which the functions of qzjexxml.h write to std::cerr. Everything here is inline and calls those
-// functions.
+// The library for C++ programs. A Manifest frees its record itself. A function that fails throws an exception that
+// contains the diagnostics. Everything here is inline and calls the functions of qzjexxml.h, which write diagnostics to
+// std::cerr.
 //
 //   const qzjexxml::Manifest manifest = qzjexxml::loadManifest("manifest.xml");  // throws qzjexxml::LoadError
 //

@@ -11,7 +11,7 @@
 //
 // Encoding: the texts of a record, and texts of the document in messages, are in the locale encoding, which is the
 // encoding of the calling thread's LC_CTYPE locale. In the "C" locale it is UTF-8; a program that never calls setlocale
-// has that locale. A character that the encoding lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
+// has the "C" locale. A character that the encoding lacks is written as \u65E5, and an unpaired surrogate as \uD83D.
 //
 // Exit: the first load of a process registers exit handlers of libraries that Xerces-C uses. No load works after these
 // handlers have run. A load in an atexit handler, or in the destructor of a static object, therefore works only if the

@@ -25,7 +25,7 @@ struct KivRmNode final : NoxXmlNodeInterface {
   bool process() override { return build(*this, "Failed to build Root Macro Data Node List", rootMacroDataNodeList); }
 };
 
-// A "data" of a file map's "root": a file, with the names under which it is restored where they differ.
+// A "data" of a file map's "root": a file, and the names under which it is restored if they differ.
 struct KivFmDataNode final : NoxXmlNodeInterface {
   using NoxXmlNodeInterface::NoxXmlNodeInterface;
 

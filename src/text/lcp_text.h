@@ -26,7 +26,7 @@ class LcpText {
   char* text;
 };
 
-// Writes the text; nothing if there is none.
+// Writes the text, if there is any.
 std::ostream& operator<<(std::ostream& stream, const LcpText& text);
 
 }  // namespace jexxml

@@ -12,7 +12,7 @@ namespace tool {
 
 using jexxml::SecretByteArray;
 
-// Reports a failure and returns false.
+// On failure, reports the failure and returns false.
 bool decrypt(const std::string& file, Passphrase& passphrase, SecretByteArray& plaintext);
 
 // Reports the files that cannot be read, and runs the command for each readable file. If a file is readable, takes the

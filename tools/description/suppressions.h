@@ -29,7 +29,7 @@ class Suppressions {
   // Returns whether the rule is suppressed for the element of the group, and marks the suppression as used.
   bool silence(SuppressionGroup group, Rule rule);
 
-  // Returns the position of each rule that suppressed nothing, and the reason.
+  // For each rule that suppressed nothing, returns the position of the comment and the reason.
   std::vector<std::pair<ParserPosition, std::string>> unused() const;
 
  private:

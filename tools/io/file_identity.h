@@ -17,7 +17,7 @@ using FileIdentity = std::tuple<dev_t, ino_t, std::string>;
 // Returns nothing for special files, such as devices and FIFOs, and if the directory does not exist.
 std::optional<FileIdentity> identityOf(const std::string& file);
 
-// Follows symbolic links at the end of the name. Keeps links in /proc to open files, which contain only a name.
+// Follows symbolic links at the end of the name. Keeps links in /proc to open files, whose text may be no path.
 std::string resolveSymlinks(const std::string& file);
 
 // "-" is the standard input.

@@ -10,7 +10,7 @@ namespace tool {
 // Writes an object about one file, on one line. Bytes that are not UTF-8 become U+FFFD.
 class JsonWriter {
  public:
-  // Writes the name as "file". If it is not UTF-8, writes it as "fileBytes" too, with bytes above 0x7F and % as %E9.
+  // Writes the name as "file". If it is not UTF-8, also writes "fileBytes", with bytes above 0x7F and % as %E9.
   explicit JsonWriter(const std::string& file);
   JsonWriter(const JsonWriter&) = delete;
   JsonWriter& operator=(const JsonWriter&) = delete;
