@@ -13,12 +13,11 @@
 #include <string_view>
 
 namespace jexxml {
-namespace {
 
 constexpr ReadMessages readMessages = {.noFileName = "File name is null or empty!",
                                        .noContent = "Could not read file!"};
 
-bool writeWholeFile(const std::string& fileName, std::string_view content) {
+static bool writeWholeFile(const std::string& fileName, std::string_view content) {
   std::ofstream stream(fileName, std::ios::out | std::ios::binary | std::ios::trunc);
   if (!stream) {
     std::cerr << "Could not open file: " << fileName << std::endl;
@@ -27,8 +26,6 @@ bool writeWholeFile(const std::string& fileName, std::string_view content) {
   stream.write(content.data(), static_cast<std::streamsize>(content.size()));
   return true;
 }
-
-}  // namespace
 
 std::string encryptedFileName(std::string fileName) {
   constexpr std::string_view plainEnding = ".xml";

@@ -18,16 +18,14 @@ namespace jexxml {
 using xercesc::MemBufInputSource;
 using xercesc::XMLPlatformUtils;
 
-namespace {
-
 // The bytes of the last file that was read, until the library is unloaded.
-KIVByteArray gByteArray;
+static KIVByteArray gByteArray;
 
 // The input source of the running load, over gByteArray. Null outside a load.
-std::unique_ptr<MemBufInputSource> gInputSource;
+static std::unique_ptr<MemBufInputSource> gInputSource;
 
 // Reads the file into gByteArray and returns an input source over it. Null if the file cannot be read.
-std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
+static std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
   if (!ReadXmlFile(fileName, gByteArray)) {
     return nullptr;
   }
@@ -39,8 +37,6 @@ std::unique_ptr<MemBufInputSource> makeInputSource(const char* fileName) {
   source->setCopyBufToStream(false);  // the bytes outlive the parse
   return source;
 }
-
-}  // namespace
 
 // After the delegated constructor the object is complete, so the destructor runs even if run() throws.
 DocumentLoad::DocumentLoad(const char* fileName) : DocumentLoad() {

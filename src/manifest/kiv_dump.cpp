@@ -5,16 +5,15 @@
 #include <string>
 
 namespace jexxml {
-namespace {
 
-void dumpRootMacro(KivRmNode& rootMacro) {
+static void dumpRootMacro(KivRmNode& rootMacro) {
   dumpLine("##rootmacro: no of data nodes=" + std::to_string(rootMacro.rootMacroDataNodeList.size()));
   for (auto& item : rootMacro.rootMacroDataNodeList) {
     dumpLine({{"###data: name=", item.name}, {" abspath=", item.abspath}});
   }
 }
 
-void dumpFilemap(KivFmNode& filemap) {
+static void dumpFilemap(KivFmNode& filemap) {
   dumpLine("##filemap:");
   for (auto& root : filemap.filemapRootNodeList) {
     dumpLine({{"###root: path=", root.path}});
@@ -27,14 +26,12 @@ void dumpFilemap(KivFmNode& filemap) {
   }
 }
 
-void dumpVarnixPath(KivVpNode& varnixPath) {
+static void dumpVarnixPath(KivVpNode& varnixPath) {
   dumpLine("##varnixpath:");
   for (auto& item : varnixPath.varnixPathDataNodeList) {
     dumpLine({{"###data: path=", item.path}});
   }
 }
-
-}  // namespace
 
 bool dumpKivMaster(KivMaster& master) {
   if (master.root == nullptr) {

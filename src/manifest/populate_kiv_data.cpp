@@ -9,12 +9,11 @@
 #include <vector>
 
 namespace jexxml {
-namespace {
 
 // Adds the files in the order of their sources, so that each is inserted after the previous one (bench: "load
 // unsorted"). All sources begin with the path of the root, which is not compared. The sort is stable, so the last of
 // several files with the same source is used.
-void addFiles(std::vector<KivFile>& files, std::size_t rootLength, KIVData& data) {
+static void addFiles(std::vector<KivFile>& files, std::size_t rootLength, KIVData& data) {
   const auto belowRoot = [rootLength](const KivFile& file) { return std::string_view(file.source).substr(rootLength); };
   if (!std::ranges::is_sorted(files, {}, belowRoot)) {
     std::ranges::stable_sort(files, {}, belowRoot);
@@ -28,8 +27,6 @@ void addFiles(std::vector<KivFile>& files, std::size_t rootLength, KIVData& data
     entry.holder.set(nullptr, false);
   }
 }
-
-}  // namespace
 
 std::uint64_t rootPathText(const KivMaster& master) {
   std::uint64_t text = 0;

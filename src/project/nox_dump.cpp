@@ -3,9 +3,8 @@
 #include "tree/dump_line.h"
 
 namespace jexxml {
-namespace {
 
-void dumpDependency(NoxDependencyNode& dependency) {
+static void dumpDependency(NoxDependencyNode& dependency) {
   dumpLine("#dependency:");
   for (auto& directory : dependency.directoryNodeList) {
     dumpLine({{"##directory: path=", directory.path}});
@@ -15,7 +14,7 @@ void dumpDependency(NoxDependencyNode& dependency) {
   }
 }
 
-void dumpDevelopment(NoxDevelopmentNode& development) {
+static void dumpDevelopment(NoxDevelopmentNode& development) {
   dumpLine({{"#development: project=", development.project},
             {" debug_log=", development.debugLog},
             {" debug_level=", development.debugLevel}});
@@ -33,7 +32,7 @@ void dumpDevelopment(NoxDevelopmentNode& development) {
   }
 }
 
-void dumpSecurity(NoxSecNode& security) {
+static void dumpSecurity(NoxSecNode& security) {
   dumpLine("#security:");
   for (auto& exclude : security.excludeNodeList) {
     dumpLine({{"##exclude: message=", exclude.message}});
@@ -43,7 +42,7 @@ void dumpSecurity(NoxSecNode& security) {
   }
 }
 
-void dumpDeployment(NoxDeploymentNode& deployment) {
+static void dumpDeployment(NoxDeploymentNode& deployment) {
   dumpLine({{"#deployment: application=", deployment.application}, {" debug_test=", deployment.debugTest}});
   for (auto& pathMap : deployment.pathMapNodeList) {
     dumpLine("##pathmap:");
@@ -52,8 +51,6 @@ void dumpDeployment(NoxDeploymentNode& deployment) {
     }
   }
 }
-
-}  // namespace
 
 bool dumpNoxMaster(NoxMaster& master) {
   if (master.root == nullptr) {

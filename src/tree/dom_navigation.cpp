@@ -5,22 +5,19 @@
 #include <iostream>
 
 namespace jexxml {
-namespace {
 
-bool isElement(const DOMNode& node) { return node.getNodeType() == DOMNode::ELEMENT_NODE; }
+static bool isElement(const DOMNode& node) { return node.getNodeType() == DOMNode::ELEMENT_NODE; }
 
-DOMNode* firstMatchFrom(DOMNode* node, const ElementName& name) {
+static DOMNode* firstMatchFrom(DOMNode* node, const ElementName& name) {
   while (node != nullptr && !name.matches(*node)) {
     node = node->getNextSibling();
   }
   return node;
 }
 
-bool isMissing(const DOMNode* node, const ElementName& name) {
+static bool isMissing(const DOMNode* node, const ElementName& name) {
   return node == nullptr || name.text == nullptr || *name.text == '\0';
 }
-
-}  // namespace
 
 bool ElementName::matches(const DOMNode& node) const {
   const XMLCh* nodeName = node.getNodeName();

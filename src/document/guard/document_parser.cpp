@@ -23,14 +23,14 @@ namespace jexxml {
 using xercesc::XMLAttDef;
 using xercesc::XMLString;
 
-namespace {
-
 constexpr std::uint64_t readingSteps = 32;  // to read and copy a character
 
-bool declaresNamespace(const XMLCh* name) { return *name == u'x' && std::u16string_view(name).starts_with(u"xmlns"); }
+static bool declaresNamespace(const XMLCh* name) {
+  return *name == u'x' && std::u16string_view(name).starts_with(u"xmlns");
+}
 
 // Whether the value or the name of the attribute is looked up in a hash table for every tag that has the attribute.
-bool isLookedUp(const xercesc::XMLAttr& attribute) {
+static bool isLookedUp(const xercesc::XMLAttr& attribute) {
   return attribute.getType() != XMLAttDef::CData || *attribute.getPrefix() != 0 ||
          declaresNamespace(attribute.getQName());
 }
@@ -39,7 +39,7 @@ bool isLookedUp(const xercesc::XMLAttr& attribute) {
 // of positions in the model at which the last name may stand. A name at k positions can therefore make 2^k rows, as in
 // (a|b)*,a,(a|b),(a|b). A row has a cell for each name, and is compared with the other rows in its bucket. Mixed
 // content has no automaton.
-std::pair<std::uint64_t, std::uint64_t> costOfModel(const xercesc::DTDElementDecl& declaration) {
+static std::pair<std::uint64_t, std::uint64_t> costOfModel(const xercesc::DTDElementDecl& declaration) {
   constexpr std::uint64_t farTooManyRows = std::uint64_t{1} << 30U;
   std::uint64_t nodes = 0;
   std::uint64_t names = 0;
@@ -67,8 +67,6 @@ std::pair<std::uint64_t, std::uint64_t> costOfModel(const xercesc::DTDElementDec
   const std::uint64_t stepsForACell = 64 + names / 4;
   return {nodes, hasAutomaton ? rows * (4 + names) * stepsForACell + rows * rows / 8 : 0};
 }
-
-}  // namespace
 
 DocumentParser::DocumentParser(const Budgets& given) : DocumentBuilder(nullptr, &memory, nullptr), budgets(given) {
   memory.beforeReader = [this] { openEntity(); };
