@@ -6,7 +6,7 @@
 // The objects of a running load are global variables of the library, so only one load may run at a time.
 #pragma once
 
-#include "document/parser_library.h"
+#include "document/xerces_session.h"
 
 #include <xercesc/dom/DOMNode.hpp>
 
@@ -37,7 +37,7 @@ class DocumentLoad {
   DocumentLoad() = default;
   void run(const char* fileName);
 
-  ParserLibrary library;
+  XercesSession library;
   DOMNode* parsedDocument = nullptr;
 };
 

@@ -1,6 +1,6 @@
 #include "commands/running.h"
 
-#include "document/parser_library.h"
+#include "document/xerces_session.h"
 #include "io/messages.h"
 #include "io/standard_streams.h"
 
@@ -33,7 +33,7 @@ ExitStatus runWithParser(const Options& options, ExitStatus (*command)(const Opt
   if (!options.json) {
     std::setlocale(LC_CTYPE, "");
   }
-  const jexxml::ParserLibrary started;  // once, because a start takes longer than the load of a small file
+  const jexxml::XercesSession started;  // once, because a start takes longer than the load of a small file
   if (started.failure()) {
     throw Failure(*started.failure(), "Xerces-C");
   }

@@ -1,4 +1,4 @@
-#include "document/parser_library.h"
+#include "document/xerces_session.h"
 
 #include "text/lcp_text.h"
 
@@ -70,7 +70,7 @@ void requireMebibyte() { ::operator delete(::operator new (std::size_t{1} << 20U
 
 }  // namespace
 
-ParserLibrary::ParserLibrary() {
+XercesSession::XercesSession() {
   if (isHalfStarted) {
     throw std::bad_alloc();
   }
@@ -91,7 +91,7 @@ ParserLibrary::ParserLibrary() {
 }
 
 // Xerces-C counts a failed start too.
-ParserLibrary::~ParserLibrary() {
+XercesSession::~XercesSession() {
   isStopping = true;
   XMLPlatformUtils::Terminate();
   isStopping = false;

@@ -1,4 +1,4 @@
-// ParserLibrary: keeps Xerces-C started during its lifetime.
+// XercesSession: keeps Xerces-C started during its lifetime.
 #pragma once
 
 #include <optional>
@@ -9,13 +9,13 @@ namespace jexxml {
 // Xerces-C counts its starts, and has to be stopped as often as it was started. The constructor starts it and the
 // destructor stops it. If a start runs out of memory, Xerces-C stays half started: from then on it must be neither
 // started nor stopped.
-class ParserLibrary {
+class XercesSession {
  public:
   // Throws std::bad_alloc if Xerces-C is half started, if this start runs out of memory, or if less than 1 MiB is free.
-  ParserLibrary();
-  ParserLibrary(const ParserLibrary&) = delete;
-  ParserLibrary& operator=(const ParserLibrary&) = delete;
-  ~ParserLibrary();
+  XercesSession();
+  XercesSession(const XercesSession&) = delete;
+  XercesSession& operator=(const XercesSession&) = delete;
+  ~XercesSession();
 
   // The reason why Xerces-C did not start, in the locale encoding; empty if it is started.
   const std::optional<std::string>& failure() const { return startFailure; }
