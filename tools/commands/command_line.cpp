@@ -60,14 +60,16 @@ Command& Command::json() { return flag("--json", &Options::json, "Print one JSON
 
 Command& Command::force() { return flag("--force", &Options::force, "Replace an existing output"); }
 
+static std::string fileNameError(const std::string& name) { return name.empty() ? "empty file name" : ""; }
+
 Command& Command::output() {
   return option("-o,--output", &Options::output, "OUT", "Write to OUT atomically; - is the standard output",
-                [](const std::string& name) { return std::string(name.empty() ? "empty file name" : ""); });
+                fileNameError);
 }
 
 Command& Command::passphraseFile() {
   return option("--passphrase-file", &Options::passphraseFile, "F",
-                "Read the passphrase from the first line of F; - is the standard input");
+                "Read the passphrase from the first line of F; - is the standard input", fileNameError);
 }
 
 CommandLine::CommandLine()
@@ -99,25 +101,20 @@ std::string CommandLine::usageError(const std::string& argument) const {
   const bool isOption = argument.starts_with('-');
   const auto chosen = app->get_subcommands();
   const CLI::App& command = chosen.empty() ? *app : *chosen.front();
-  std::vector<std::string> names;
-  for (const CLI::Option* option : command.get_options()) {
-    for (const std::string& name : option->get_lnames()) {
-      names.push_back("--" + name);
-    }
-  }
+  const auto nearestOf = [&](const auto& candidates) {
+    std::vector<std::string> names;
+    std::ranges::transform(candidates, std::back_inserter(names), [](auto* one) { return one->get_name(); });
+    return suggestion(argument, {names.begin(), names.end()});
+  };
   if (isOption && command.get_option_no_throw(argument) != nullptr) {
     return "options follow the command: qzjexxml " + command.get_name() + ' ' + argument;
   }
   if (isOption) {
-    return command.get_name() + " has no option " + inQuotes(argument) +
-           suggestion(argument, {names.begin(), names.end()}) + " (a file of this name is ./" + argument + ")";
+    return command.get_name() + " has no option " + inQuotes(argument) + nearestOf(command.get_options()) +
+           " (a file of this name is ./" + argument + ")";
   }
-  if (!chosen.empty()) {
-    return command.get_name() + " takes no further argument " + inQuotes(argument);
-  }
-  names.clear();
-  std::ranges::transform(app->get_subcommands({}), std::back_inserter(names), &CLI::App::get_name);
-  return "there is no command " + inQuotes(argument) + suggestion(argument, {names.begin(), names.end()});
+  return chosen.empty() ? "there is no command " + inQuotes(argument) + nearestOf(app->get_subcommands({}))
+                        : command.get_name() + " takes no further argument " + inQuotes(argument);
 }
 
 ExitStatus CommandLine::run(std::vector<std::string> arguments) {
@@ -131,6 +128,12 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
     if (arguments.empty() || std::ranges::any_of(app->get_subcommands({}), isNamed)) {
       arguments.emplace_back("--help");
     }
+  }
+  const auto empty =
+      std::ranges::find_if(arguments, [](const auto& word) { return word.starts_with("--") && word.ends_with('='); });
+  if (empty != arguments.end()) {
+    std::cerr << "qzjexxml: " << escapeForTerminal(*empty) << " has no value\n";
+    return wrongUsage;
   }
   std::ranges::reverse(arguments);  // the order that CLI11 expects
   try {

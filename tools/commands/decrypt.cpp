@@ -13,12 +13,11 @@ static ExitStatus decryptFile(const Options& options) {
     requireReplaceable(target, options.force);
   }
   return withPassphrase(options, false, [&](const std::string& file, Passphrase& passphrase) {
-    constexpr mode_t forOwner = 0600;
     SecretByteArray plaintext;
     if (!decrypt(file, passphrase, plaintext)) {
       return fileFailed;
     }
-    SafeOutput output(target, options.force, forOwner);
+    SafeOutput output(target, options.force, 0600);
     output.write({plaintext.data, plaintext.length});
     output.commit();
     return allGood;

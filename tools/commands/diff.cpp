@@ -168,8 +168,7 @@ bool Comparison::print() {
   return moved != sides[1].rows.end();
 }
 
-// Returns differ if there is a difference, and wrongUsage, as diff(1) does, if a file does not load or the kinds
-// differ.
+// Returns differ, or wrongUsage, as diff(1) does, if a file does not load or the kinds differ.
 ExitStatus diff(const Options& options) {
   Comparison comparison;
   std::vector<bool> kinds;  // isManifest() of the files that show their kind

@@ -1,15 +1,9 @@
 #include "commands/loading.h"
 
-#include "io/terminal_text.h"
-
 namespace tool {
 
 void addLoadOptions(Command command) {
   command.files().output().json().flag("--tree", &Options::tree, "Print the tree of elements", "--json");
-}
-
-std::string headingOf(const Options& options, const Description& description) {
-  return options.files.size() > 1 ? escapeForTerminal(description.file) + ":\n" : "";
 }
 
 void warnOfOtherKind(const Description& description, bool asManifest) {

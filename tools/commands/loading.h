@@ -5,6 +5,7 @@
 #include "commands/running.h"
 #include "description/description.h"
 #include "io/standard_streams.h"
+#include "io/terminal_text.h"
 
 #include <iostream>
 #include <string>
@@ -13,9 +14,6 @@ namespace tool {
 
 // Adds the options of a command that loads descriptions.
 void addLoadOptions(Command command);
-
-// Returns the file's name as a heading, if there are several files.
-std::string headingOf(const Options& options, const Description& description);
 
 // Warns if the description is of the other kind or of neither kind. Such a description loads, but has no entries.
 void warnOfOtherKind(const Description& description, bool asManifest);
@@ -33,9 +31,13 @@ ExitStatus printEach(const Options& options, bool (*dump)(Tree& tree),
     if (description.hasErrors() || !description.build(tree)) {
       return reportUnloadable(options, description);
     }
+    constexpr bool isManifest = std::is_same_v<Tree, jexxml::KivMaster>;
+    if (options.files.size() > 1 && (options.tree || (isManifest && !options.json))) {
+      std::cout << escapeForTerminal(file) << ":\n";
+    }
     if (options.tree) {
-      warnOfOtherKind(description, std::is_same_v<Tree, jexxml::KivMaster>);
-      std::cout << headingOf(options, description) << diagnosticsOf([&] { dump(tree); }).substr(1) << '\n';
+      warnOfOtherKind(description, isManifest);
+      std::cout << diagnosticsOf([&] { dump(tree); }).substr(1) << '\n';
     } else {
       print(options, description, tree);
     }

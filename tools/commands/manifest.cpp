@@ -1,7 +1,6 @@
 // qzjexxml manifest: prints the records of archive manifests.
 #include "commands/loading.h"
 #include "commands/record_rows.h"
-#include "io/terminal_text.h"
 #include "manifest/kiv_dump.h"
 #include "manifest/populate_kiv_data.h"
 
@@ -49,12 +48,7 @@ static void print(const Options& options, const Description& description, jexxml
   if (record.rootMacros.empty() && record.fileMap.empty() && record.varnixPath.empty()) {
     warnOfOtherKind(description, true);
   }
-  if (options.json) {
-    printJson(description.file, record);
-  } else {
-    std::cout << headingOf(options, description);
-    printTable(record);
-  }
+  options.json ? printJson(description.file, record) : printTable(record);
 }
 
 static ExitStatus manifest(const Options& options) {

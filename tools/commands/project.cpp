@@ -7,19 +7,17 @@
 
 namespace tool {
 
-// Prints {"element":"data","attributes":{...},"children":[...]}. Before an element, closes the open elements that do
-// not contain it.
+// Prints {"element":"data","attributes":{...},"children":[...]}. Closes the elements that do not contain the next one.
 static void write(JsonWriter& json, const Description& description) {
   std::vector<std::size_t> open;
-  const auto closeUpTo = [&](std::size_t depth) {
-    for (; open.size() > depth; open.pop_back()) {
-      json.end().end();
-    }
+  const auto close = [&] {
+    json.end().end();
+    open.pop_back();
   };
   for (std::size_t i = 0; i < description.elements.size(); ++i) {
     const Element& element = description.elements[i];
     while (!open.empty() && open.back() != element.parent) {
-      closeUpTo(open.size() - 1);
+      close();
     }
     json.beginObject().key("element").text(element.kind->name).key("attributes").beginObject();
     std::map<std::string, std::string> attributes;
@@ -34,7 +32,9 @@ static void write(JsonWriter& json, const Description& description) {
     json.end().key("children").beginArray();
     open.push_back(i);
   }
-  closeUpTo(0);
+  while (!open.empty()) {
+    close();
+  }
 }
 
 static void print(const Options& options, const Description& description, jexxml::NoxMaster& /*tree*/) {

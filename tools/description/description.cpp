@@ -100,9 +100,11 @@ bool Description::isBuilt(const std::string& diagnostics) {
 
 void Description::finishFindings() {
   if (!hasErrors()) {
+    if (positions.hasInvalidUtf8()) {
+      parser->reportBadByte({}, true);
+    }
     for (const auto& [position, reason] : suppressions.unused()) {
-      report(Rule::unusedSuppression, Anchor{Token::comment, position, {}, 0},
-             [&, text = reason] { return "the comment suppresses nothing: " + text; });
+      report(Rule::unusedSuppression, Anchor{Token::comment, position, {}, 0}, [&, text = reason] { return text; });
     }
   }
   std::ranges::stable_sort(

@@ -76,8 +76,7 @@ class Description {
     findings.push_back({position, rule, text});
   }
 
-  // Builds the tree of a load over the document, which this object owns. Adds an error and returns false on failure.
-  // REQUIRES: there are no errors.
+  // Builds a load's tree over the document. Adds an error and returns false on failure. REQUIRES: hasErrors() is false.
   bool build(jexxml::KivMaster& tree);
   bool build(jexxml::NoxMaster& tree);
 

@@ -71,6 +71,7 @@ DescriptionParser::DescriptionParser(Description& described)
 
 void DescriptionParser::XMLDecl(const XMLCh* version, const XMLCh*, const XMLCh*, const XMLCh* actualEncoding) {
   description.positions.setDeclaration(actualEncoding, XMLString::equals(version, u"1.1"));
+  lastEnd = position();
 }
 
 // The base creates the node, and calls endElement for an empty element.
@@ -121,6 +122,11 @@ void DescriptionParser::docComment(const XMLCh* text) {
   }
 }
 
+void DescriptionParser::endIntSubset() {
+  lastEnd = position();
+  DocumentParser::endIntSubset();
+}
+
 void DescriptionParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
   if (entities.empty()) {
     referenceSuppressions = description.suppressions.takePending();
@@ -160,7 +166,9 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
              isError(XMLExcepts::Gen_CouldNotOpenExtEntity, XMLUni::fgExceptDomain)) {
     rule = Rule::notLoadable;
     message += "; nothing outside the file is read";
-  } else if (rule == Rule::notWellFormed && findWrongText(reported)) {
+  } else if (rule == Rule::notWellFormed &&
+             (reportBadByte(reported, XMLString::equals(errorDomain, XMLUni::fgExceptDomain)) ||
+              reportUnclosedValue(reported))) {
     return;
   } else if (isError(XMLErrs::EndedWithTagsOnStack) && !openElements.empty()) {
     at = openElements.back().tag;
@@ -172,24 +180,26 @@ void DescriptionParser::report(Rule rule, const xercesc::SAXParseException& exce
   description.report(rule, description.positionOf(at), message);
 }
 
-// Xerces-C reports an undecodable byte at the start of its block, and an unclosed quote after the value. Reports these
-// mistakes where they begin and returns true; returns false if there are none.
-bool DescriptionParser::findWrongText(const ParserPosition& at) {
-  TokenPositions& positions = description.positions;
-  const Position byte = positions.ofBadByte(at, XMLString::equals(errorDomain, XMLUni::fgExceptDomain));
+// Xerces-C reports an undecodable byte at the start of its block. Reports its position; returns false if there is none.
+bool DescriptionParser::reportBadByte(const ParserPosition& at, bool isSoon) {
+  const Position byte = description.positions.ofBadByte(at, isSoon);
   if (byte.line != 0) {
     description.report(
         Rule::badByte, byte,
-        positions.isUtf8()
+        description.positions.isUtf8()
             ? "the byte is not valid UTF-8; save the file as UTF-8, or name its encoding in the XML declaration"
             : "the byte is not valid in the file's encoding");
-    return true;
   }
-  const TokenPositions::Value value = entities.empty() ? positions.unclosedValue(lastEnd, at) : TokenPositions::Value();
+  return byte.line != 0;
+}
+
+// Xerces-C reports an unclosed quote after the value. Reports the attribute; returns false if there is none.
+bool DescriptionParser::reportUnclosedValue(const ParserPosition& at) {
+  const auto value = entities.empty() ? description.positions.unclosedValue(lastEnd, at) : TokenPositions::Value();
   if (!value.attribute.empty()) {
     description.report(Rule::notWellFormed, value.position,
-                       "the value of " + inQuotes(textOf(value.attribute)) + " is not closed" +
-                           (value.hasMarkup ? R"(, or has a "<" that should be "&lt;")" : ""));
+                       "the value of " + inQuotes(textOf(value.attribute)) + " is not closed, or " +
+                           (value.hasMarkup ? R"(has a "<" that should be "&lt;")" : "has no space after it"));
   }
   return !value.attribute.empty();
 }
@@ -205,8 +215,7 @@ Anchor DescriptionParser::anchor(Token token, const ParserPosition& at, Suppress
                           : Anchor{Token::reference, position(), {}, referenceSuppressions};
 }
 
-// Adds the element to the description and returns its index, or returns `ignored`. Reports an ignored element, unless
-// the parent is also ignored.
+// Adds the element and returns its index, or returns `ignored`. Reports an ignored element with a known parent.
 std::size_t DescriptionParser::take(const Anchor& tag, std::u16string_view name, bool isRoot) {
   const std::size_t parent = isRoot ? 0 : openElements.back().element;
   if (parent == ignored) {

@@ -27,11 +27,15 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
   void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
   void ignorableWhitespace(const XMLCh* /*text*/, XMLSize_t, bool) override { lastEnd = position(); }
   void docComment(const XMLCh* text) override;
+  void endIntSubset() override;
   void docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) override { lastEnd = position(); }
   void startEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void endEntityReference(const xercesc::XMLEntityDecl& entity) override;
   void error(unsigned int code, const XMLCh* domain, ErrTypes type, const XMLCh* text, const XMLCh* systemId,
              const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
+
+  // Reports a byte that cannot be decoded, at `at`, or anywhere after it if `isSoon`.
+  bool reportBadByte(const ParserPosition& at, bool isSoon);
 
  private:
   struct OpenElement {
@@ -45,7 +49,7 @@ class DescriptionParser final : public jexxml::DocumentParser, private xercesc::
   void fatalError(const xercesc::SAXParseException& exception) override { report(Rule::notWellFormed, exception); }
   void resetErrors() override {}
   void report(Rule rule, const xercesc::SAXParseException& exception);
-  bool findWrongText(const ParserPosition& at);
+  bool reportUnclosedValue(const ParserPosition& at);
 
   ParserPosition position() const;
   Anchor anchor(Token token, const ParserPosition& at, SuppressionGroup suppressions) const;

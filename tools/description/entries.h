@@ -22,8 +22,7 @@ struct Entry {
   const Entry* sameTarget = nullptr;  // a previous file with the same target; neither is overridden
 };
 
-// Returns the entries in document order. If a load fails, adds an error and returns nothing. The entries are valid
-// while the description is unchanged.
+// Returns the entries in document order; none, after adding an error, if a load fails. Valid while the elements are.
 std::vector<Entry> entriesOf(Description& description);
 
 }  // namespace tool

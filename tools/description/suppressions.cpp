@@ -46,13 +46,13 @@ std::vector<std::pair<ParserPosition, std::string>> Suppressions::unused() const
   std::vector<std::pair<ParserPosition, std::string>> reasons;
   for (const Comment& comment : comments) {
     if (!comment.mistake.empty()) {
-      reasons.emplace_back(comment.position, comment.mistake);
+      reasons.emplace_back(comment.position, "the comment is not understood: " + comment.mistake);
     }
     const Rules unusedRules = comment.rules & ~groups[comment.group].used;
     for (std::size_t i = 0; i < unusedRules.size(); ++i) {
       if (unusedRules.test(i)) {
-        reasons.emplace_back(comment.position,
-                             "there is no \"" + std::string(nameOf(static_cast<Rule>(i))) + "\" here");
+        const std::string name(nameOf(static_cast<Rule>(i)));
+        reasons.emplace_back(comment.position, "the comment suppresses nothing: there is no \"" + name + "\" here");
       }
     }
   }

@@ -12,33 +12,38 @@ using xercesc::XMLRecognizer;
 
 constexpr std::size_t blockLength = std::size_t{1} << 14U;
 constexpr std::size_t nowhere = std::u16string_view::npos;
-constexpr std::u16string_view spaces = u" \t\r\n";
+constexpr std::u16string_view spaces = u" \t\r\n\u0085\u2028";  // of XML 1.1
 
 static std::size_t startBefore(std::u16string_view text, char16_t end, std::u16string_view start) {
   return text.ends_with(end) ? text.rfind(start) : nowhere;
 }
 
-// Returns false if nothing can be decoded.
+static const XMLByte* asBytes(const char* data) { return reinterpret_cast<const XMLByte*>(data); }
+
+std::u16string TokenPositions::encodingName() const {
+  const auto probed = XMLRecognizer::basicEncodingProbe(asBytes(file.data), file.length);
+  const bool isDeclared = !declared.empty() && (probed == XMLRecognizer::UTF_8 || probed == XMLRecognizer::EBCDIC);
+  return isDeclared ? declared : XMLRecognizer::nameForEncoding(probed);
+}
+
+// Returns false if nothing can be decoded. Xerces-C decodes some bytes that are not valid UTF-8.
 bool TokenPositions::decode(std::size_t wanted) {
-  const auto* bytes = reinterpret_cast<const XMLByte*>(file.data);
   if (transcoder == nullptr) {
-    xercesc::XMLTransService& service = *xercesc::XMLPlatformUtils::fgTransService;
-    const auto probed = XMLRecognizer::basicEncodingProbe(bytes, file.length);
-    const bool isDeclared = !encoding.empty() && (probed == XMLRecognizer::UTF_8 || probed == XMLRecognizer::EBCDIC);
     xercesc::XMLTransService::Codes result;
-    transcoder.reset(isDeclared ? service.makeNewTranscoderFor(encoding.c_str(), result, blockLength)
-                                : service.makeNewTranscoderFor(probed, result, blockLength));
+    transcoder.reset(
+        xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(encodingName().c_str(), result, blockLength));
   }
-  if (transcoder == nullptr) {
-    return false;
-  }
+  constexpr std::size_t bytesOfUnit = 4;
+  const char* start = file.data + decodedBytes;
+  const char* end = start + std::min(file.length - decodedBytes, bytesOfUnit * wanted);
+  end = isUtf8() ? utf8::find_invalid(start, end) : end;
   const std::size_t length = text.size();
   text.resize(length + wanted);
   std::vector<unsigned char> sizes(wanted);
   XMLSize_t eaten = 0;
   XMLSize_t got = 0;
   try {
-    got = transcoder->transcodeFrom(bytes + decodedBytes, file.length - decodedBytes, text.data() + length, wanted,
+    got = transcoder->transcodeFrom(asBytes(start), static_cast<XMLSize_t>(end - start), text.data() + length, wanted,
                                     eaten, sizes.data());
   } catch (const xercesc::XMLException&) {
     eaten = got = 0;
@@ -127,7 +132,7 @@ std::size_t TokenPositions::startOfTag(std::size_t end) {
 
 // A default attribute has the position of its tag.
 std::size_t TokenPositions::startOfAttribute(std::size_t tagEnd, std::u16string_view name) {
-  std::size_t next = text.find_first_of(u" \t\r\n/>", startOfTag(tagEnd));
+  std::size_t next = text.find_first_of(u" \t\r\n\u0085\u2028/>", startOfTag(tagEnd));
   if (lastTagAttributes.empty()) {
     for (auto found = attributeAt(next); found && found->start < tagEnd; found = attributeAt(next)) {
       lastTagAttributes.push_back(*found);
@@ -141,8 +146,8 @@ std::size_t TokenPositions::startOfAttribute(std::size_t tagEnd, std::u16string_
 // Returns the attribute at the offset in a tag, or after the white space there.
 std::optional<TokenPositions::Attribute> TokenPositions::attributeAt(std::size_t offset) const {
   const std::size_t start = text.find_first_not_of(spaces, offset);
-  const std::size_t nameEnd = text.find_first_of(u" \t\r\n=<>/\"'", start);
-  const std::size_t quote = text.find_first_not_of(u" \t\r\n=", nameEnd);
+  const std::size_t nameEnd = text.find_first_of(u" \t\r\n\u0085\u2028=<>/\"'", start);
+  const std::size_t quote = text.find_first_not_of(u" \t\r\n\u0085\u2028=", nameEnd);
   if (start == nameEnd || quote == nowhere || (text[quote] != u'"' && text[quote] != u'\'')) {
     return std::nullopt;
   }
@@ -151,22 +156,19 @@ std::optional<TokenPositions::Attribute> TokenPositions::attributeAt(std::size_t
 
 TokenPositions::Value TokenPositions::unclosedValue(const ParserPosition& from, const ParserPosition& to) {
   const std::size_t last = std::min(offsetOf(to), text.size());
-  std::size_t start = from.line == 0 ? 0 : std::min(offsetOf(from), last);
-  start = text.find(u'<', start - (start > 0 ? 1 : 0));  // the parser may have read the '<'
-  while (start < last) {
-    std::size_t i = text.find_first_of(u" \t\r\n<>/!?", start + 1);
-    for (auto found = i == start + 1 ? std::nullopt : attributeAt(i); found && found->start < last;
-         found = attributeAt(i)) {
-      const auto value = std::u16string_view(text).substr(found->value, found->end - found->value);
-      const bool hasMarkup = value.find(u'<') != nowhere;
-      i = found->end + 1;
-      const bool hasNext = value.find(u'=') != nowhere && text.find_first_of(u" \t\r\n>", i) != i &&
-                           text.compare(i, 2, u"/>") != 0;  // up to its quote
-      if (hasMarkup || found->end == nowhere || hasNext) {
-        return {found->nameIn(text), positionAt(found->start), hasMarkup};
-      }
+  const std::size_t first = from.line == 0 ? 0 : std::min(offsetOf(from), last);
+  const std::size_t start = text.find(u'<', first - (first > 0 ? 1 : 0));  // Xerces-C may have read the '<'
+  std::size_t i = text.find_first_of(u" \t\r\n\u0085\u2028<>/!?", start + 1);
+  for (auto found = start >= last || i == start + 1 ? std::nullopt : attributeAt(i); found && found->start < last;
+       found = attributeAt(i)) {
+    const auto value = std::u16string_view(text).substr(found->value, found->end - found->value);
+    const bool hasMarkup = value.find(u'<') != nowhere;
+    i = found->end + 1;
+    const bool hasNext = value.find(u'=') != nowhere && text.find_first_of(u" \t\r\n\u0085\u2028>", i) != i &&
+                         text.compare(i, 2, u"/>") != 0;  // the value ends at the first quote of the next attribute
+    if (hasMarkup || found->end == nowhere || hasNext) {
+      return {found->nameIn(text), positionAt(found->start), hasMarkup};
     }
-    start = text.find(u'<', std::max(i, start + 1));
   }
   return {};
 }
@@ -180,7 +182,7 @@ std::size_t TokenPositions::startOfText(std::size_t offset) {
   const auto behindSpaces = [this](std::size_t from) {
     std::size_t start = nowhere;
     do {
-      start = text.find_first_not_of(hasMoreLineEnds ? u" \t\r\n\u0085\u2028" : spaces, from);
+      start = text.find_first_not_of(hasMoreLineEnds ? spaces : u" \t\r\n", from);
     } while (start == nowhere && decodeBlock());
     return start;
   };

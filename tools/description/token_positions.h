@@ -3,6 +3,7 @@
 
 #include <qzjexxml/kiv_byte_array.h>
 
+#include <utf8.h>
 #include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -43,8 +44,8 @@ class TokenPositions {
   explicit TokenPositions(const KIVByteArray& bytes) : file(bytes) {}
 
   // Must be called before the other functions if the document has an XML declaration.
-  void setDeclaration(const XMLCh* encodingName, bool isVersion11) {
-    encoding = encodingName;
+  void setDeclaration(const XMLCh* encoding, bool isVersion11) {
+    declared = encoding;
     hasMoreLineEnds = isVersion11;
   }
 
@@ -54,9 +55,8 @@ class TokenPositions {
   // Returns the position of a byte that cannot be decoded, at `at`, or anywhere after it if `isSoon` is set.
   Position ofBadByte(const ParserPosition& at, bool isSoon);
 
-  bool isUtf8() const {
-    return encoding.empty() || xercesc::XMLString::compareIString(encoding.c_str(), u"UTF-8") == 0;
-  }
+  bool isUtf8() const { return xercesc::XMLString::compareIString(encodingName().c_str(), u"UTF-8") == 0; }
+  bool hasInvalidUtf8() const { return isUtf8() && !utf8::is_valid(file.data, file.data + file.length); }
 
   // An attribute whose value is not closed or contains a '<'.
   struct Value {
@@ -65,7 +65,7 @@ class TokenPositions {
     bool hasMarkup = false;
   };
 
-  // Returns the first such attribute in the tags between two positions.
+  // Returns the first such attribute in the start tag that begins between two positions.
   Value unclosedValue(const ParserPosition& from, const ParserPosition& to);
 
  private:
@@ -78,6 +78,7 @@ class TokenPositions {
     std::size_t end;  // of the value
   };
 
+  std::u16string encodingName() const;
   bool decode(std::size_t wanted);
   bool decodeBlock();
   bool endsLine(std::size_t offset) const;
@@ -89,7 +90,7 @@ class TokenPositions {
   std::optional<Attribute> attributeAt(std::size_t offset) const;
 
   const KIVByteArray& file;
-  std::u16string encoding;
+  std::u16string declared;
   bool hasMoreLineEnds = false;  // as in XML 1.1
   std::unique_ptr<xercesc::XMLTranscoder> transcoder;
   bool isDecoded = false;

@@ -10,13 +10,12 @@ class Descriptor {
  public:
   explicit Descriptor(int opened = -1) : number(opened) {}
   Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor();
 
   int get() const { return number; }
 
  private:
-  int number;
+  const int number;
 };
 
 // Writes all bytes, also after short writes and signals. Returns false with errno set.

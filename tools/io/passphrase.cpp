@@ -57,7 +57,6 @@ void Passphrase::readFirstLine(const std::string& file) {
 }
 
 void Passphrase::ask(const char* prompt) {
-  buffer.fill('\0');
   if (readpassphrase(prompt, buffer.data(), buffer.size(), RPP_REQUIRE_TTY) == nullptr) {
     throw Failure("there is no terminal to ask on; use --passphrase-file", subject);
   }

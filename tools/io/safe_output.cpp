@@ -58,10 +58,8 @@ static bool isWrittenThrough(const std::string& target) {
 
 // Returns the mode of the replaced file, without the rights of the group if `file` cannot have that group.
 static mode_t modeBeside(const struct stat& replaced, int file) {
-  constexpr mode_t ofAll = 0777;
-  constexpr mode_t ofGroup = 0070;
-  const bool sameGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
-  return replaced.st_mode & ofAll & ~(sameGroup ? 0 : ofGroup);
+  const bool hasGroup = fchown(file, static_cast<uid_t>(-1), replaced.st_gid) == 0;
+  return replaced.st_mode & (hasGroup ? 0777 : 0707);
 }
 
 static mode_t modeForNew(mode_t mode) {
@@ -84,7 +82,10 @@ void requireReplaceable(const std::string& file, bool force) {
 }
 
 SafeOutput::SafeOutput(const std::string& file, bool replace, mode_t mode)
-    : name(file == "-" ? "standard output" : file), target(resolveSymlinks(file)), mayReplace(replace) {
+    : name(file == "-" ? "standard output" : file),
+      target(resolveSymlinks(file)),
+      mayReplace(replace),
+      modeOfNew(mode) {
   if (file == "-") {
     output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
   } else if (isWrittenThrough(target)) {
@@ -100,10 +101,6 @@ SafeOutput::SafeOutput(const std::string& file, bool replace, mode_t mode)
   }
   if (output < 0) {
     throw Failure::ofSystem(notWritten, name);
-  }
-  struct stat replaced;
-  if (!temporary.empty()) {
-    fchmod(output, stat(target.c_str(), &replaced) == 0 ? modeBeside(replaced, output) : modeForNew(mode));
   }
 }
 
@@ -125,6 +122,8 @@ void SafeOutput::commit() {
   if (temporary.empty()) {
     return;
   }
+  struct stat replaced;
+  fchmod(output, stat(target.c_str(), &replaced) == 0 ? modeBeside(replaced, output) : modeForNew(modeOfNew));
   const auto move = [&] {
     const bool moved = mayReplace ? std::rename(temporary.c_str(), target.c_str()) == 0
                                   : moveToNewName(temporary.c_str(), target.c_str());

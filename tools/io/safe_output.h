@@ -13,11 +13,10 @@ namespace tool {
 // files (/dev/stdout) and "-", the standard output. Only one object may exist. Throws Failure.
 class SafeOutput {
  public:
-  // A new file has `mode`, less the umask; an existing file keeps its mode. Unless `replace`, commit() fails if the
-  // file exists.
+  // A new file has `mode`, less the umask; an existing one keeps its mode. Without `replace`, commit() refuses an
+  // existing file.
   explicit SafeOutput(const std::string& file, bool replace = true, mode_t mode = 0666);
   SafeOutput(const SafeOutput&) = delete;
-  SafeOutput& operator=(const SafeOutput&) = delete;
   ~SafeOutput();
 
   int descriptor() const { return output; }
@@ -29,10 +28,11 @@ class SafeOutput {
   void commit();
 
  private:
-  std::string name;    // for messages
-  std::string target;  // without symbolic links
+  const std::string name;  // for messages
+  std::string target;      // without symbolic links
   std::string temporary;
-  bool mayReplace;
+  const bool mayReplace;
+  const mode_t modeOfNew;
   int output = -1;
 };
 

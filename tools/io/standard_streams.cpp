@@ -5,6 +5,8 @@
 #include "io/safe_output.h"
 #include "io/terminal_text.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -84,7 +86,7 @@ ExitStatus printTo(const std::string& file, const std::vector<std::string>& inpu
   SafeOutput output(file);
   const PrintedOutput printed(file, output.descriptor());
   const ExitStatus status = command();
-  if (std::cout.good()) {
+  if (std::cout.good() && (status == allGood || lseek(output.descriptor(), 0, SEEK_CUR) > 0)) {
     output.commit();
   }
   return status;

@@ -16,7 +16,6 @@ class ScopedStreambuf {
  public:
   ScopedStreambuf(std::ostream& lent, std::streambuf* buffer) : stream(lent), standard(lent.rdbuf(buffer)) {}
   ScopedStreambuf(const ScopedStreambuf&) = delete;
-  ScopedStreambuf& operator=(const ScopedStreambuf&) = delete;
   ~ScopedStreambuf() {
     const std::ios::iostate state = stream.rdstate();  // rdbuf() clears it
     stream.rdbuf(standard);
@@ -46,8 +45,7 @@ class PrintedOutput final : public std::streambuf {
   const ScopedStreambuf redirection;
 };
 
-// Flushes std::cout, which must write to a PrintedOutput. Reports a failure and returns fileFailed, or returns
-// `status`.
+// Flushes std::cout, a PrintedOutput. Returns `status`, or reports a failure and returns fileFailed.
 ExitStatus finishOutput(ExitStatus status);
 
 // Runs the command with std::cout written to `file` atomically, or to the standard output if `file` is empty or "-".
@@ -55,8 +53,7 @@ ExitStatus finishOutput(ExitStatus status);
 ExitStatus printTo(const std::string& file, const std::vector<std::string>& inputs,
                    const std::function<ExitStatus()>& command);
 
-// Returns what `action` writes to std::cerr. Control characters are escaped, except line ends that are written
-// separately.
+// Returns what `action` writes to std::cerr, with control characters escaped, except separate line ends.
 std::string diagnosticsOf(const std::function<void()>& action);
 
 }  // namespace tool

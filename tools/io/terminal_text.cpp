@@ -29,8 +29,7 @@ struct Character {
   std::size_t length;  // in bytes; a run of printable ASCII counts as one character
 };
 
-// Decodes UTF-8 if the locale is "C" or its encoding is UTF-8; otherwise decodes the locale encoding, or UTF-8 if that
-// fails. Leaves other bytes as they are.
+// Decodes UTF-8 in its locales and "C", otherwise the locale encoding or, failing that, UTF-8. Leaves other bytes.
 Character firstOf(std::string_view text) {
   if (const std::size_t plain = plainLength(text); plain > 0) {
     return {U' ', plain};
