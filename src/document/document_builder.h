@@ -21,8 +21,8 @@
 
 namespace jexxml {
 
-// For one parse. As in the base class, `fCurrentNode` is the element that was added last. Throws std::bad_alloc, and
-// what the base class throws.
+// For one parse. `fCurrentNode` is the element that was added last. Throws std::bad_alloc, and what the base class
+// throws.
 class DocumentBuilder : public xercesc::XercesDOMParser {
  public:
   using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;
@@ -77,10 +77,9 @@ class DocumentBuilder : public xercesc::XercesDOMParser {
   Contents counted;
   DocumentNode documentNode;
   std::size_t openEntities = 0;
-  std::vector<ElementNode**> links = {
-      &documentNode.root};                      // where the document and each open element link a next child
-  std::set<std::u16string, std::less<>> names;  // of attributes
-  std::vector<const XMLCh*> lastNames;          // of attributes, by position in the tag
+  std::vector<ElementNode**> links = {&documentNode.root};  // for the next child of the document and each open element
+  std::set<std::u16string, std::less<>> names;              // of attributes
+  std::vector<const XMLCh*> lastNames;                      // of attributes, by position in the tag
 };
 
 }  // namespace jexxml

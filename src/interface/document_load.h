@@ -30,7 +30,7 @@ class DocumentLoad {
   // document.
   DOMNode* document() const { return parsedDocument; }
 
-  // The bytes of the load's memory budget that the document, its tree and its record leave.
+  // What is left of the load's memory budget after the document, its tree and its record, in bytes.
   static std::uint64_t memoryLeft();
 
  private:

@@ -14,7 +14,7 @@ using xercesc::DOMNode;
 // fetch looks the attribute up once; then the text can be read. The pointers own nothing: the document must outlive
 // every use except destruction, and `attributeName` is valid only during the build.
 struct NodeAttribute {
-  // `element` may be null. `name` is an entry of the XmlCommonStrings of the build, which may be null.
+  // `name` is an entry of the XmlCommonStrings of the build. `element` and `name` may be null.
   NodeAttribute(DOMNode* element, const XMLCh* name) : ownerNode(element), attributeName(name) {}
 
   // Looks the attribute up in its element. If the element or the name is null, reports an error and changes nothing.

@@ -52,7 +52,7 @@ class TokenPositions {
   // Returns the start of the token, or the position if there is no such token. `name` is the name of the attribute.
   Position of(Token token, const ParserPosition& position, std::u16string_view name = {});
 
-  // Returns the position of a byte that cannot be decoded, at `at`, or anywhere after it if `isSoon` is set.
+  // Returns the position of the undecodable byte that is at `at`, or after `at` if `isSoon`; unknown if there is none.
   Position ofBadByte(const ParserPosition& at, bool isSoon);
 
   bool isUtf8() const { return xercesc::XMLString::compareIString(encodingName().c_str(), u"UTF-8") == 0; }

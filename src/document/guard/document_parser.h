@@ -24,7 +24,7 @@ struct DocumentMemory {
 // For one parse. If the document exceeds a budget or limit, the error handler gets a fatal error with the position, and
 // DocumentRefused is thrown: from a read of the document, a callback, or the opening of an entity.
 //
-// One law bounds the work: a lookup compares a character with no more candidates than the parser has allocated.
+// One law bounds the work: a lookup compares a character with no more blocks than CountedMemory::candidates counts.
 // Therefore each character is charged before it is read, and its price grows with the number of candidates. An entity
 // is charged for its characters each time it is opened. The law holds for every hash table of Xerces-C, whatever its
 // collisions. Items that have no blocks of their own add to the price: open elements, prefixes in scope, and the values
@@ -41,7 +41,7 @@ class DocumentParser : private DocumentMemory, public DocumentBuilder {
   // Throws what the base class throws, DocumentRefused, and xercesc::OutOfMemoryException.
   void parse(const xercesc::InputSource& source);
 
-  // The bytes of the memory budget that the document, its tree and its record leave.
+  // What is left of the memory budget after the document, its tree and its record, in bytes.
   std::uint64_t memoryLeft() const;
 
   void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId, const XMLCh* prefix,
