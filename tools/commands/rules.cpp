@@ -25,7 +25,6 @@ static std::string firstSentence(std::string_view paragraph) {
   return text.substr(0, text.find(". "));
 }
 
-// Prints a line for each rule, or the paragraph of the rule NAME.
 static ExitStatus printRules(const Options& options) {
   if (!options.key.empty()) {
     std::cout << paragraphOf(*ruleNamed(options.key)) << '\n';

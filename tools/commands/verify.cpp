@@ -6,7 +6,6 @@
 
 namespace tool {
 
-// Prints "FILE: OK" for each file that decrypts.
 static ExitStatus verify(const Options& options) {
   return withPassphrase(options, false, [](const std::string& file, Passphrase& passphrase) {
     SecretByteArray plaintext;

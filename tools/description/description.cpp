@@ -13,6 +13,7 @@
 #include <xercesc/util/XMLException.hpp>
 
 #include <algorithm>
+#include <fstream>
 #include <new>
 #include <tuple>
 #include <utility>
@@ -40,6 +41,11 @@ std::string Element::attributesText(Which which, bool areCut) const {
 Description::Description(std::string name, const Rules& ignored) : file(std::move(name)), ignoredRules(ignored) {
   try {
     input.emplace(file);
+    std::uint32_t start = 1;
+    std::ifstream(input->path(), std::ios::binary).read(reinterpret_cast<char*>(&start), sizeof start);
+    if (start == 0) {
+      throw Failure("the file starts with NUL bytes, so it is not XML");
+    }
     bool wasRead = false;
     const std::string diagnostics = diagnosticsOf([&] { wasRead = ReadXmlFile(input->path(), bytes); });
     if (!wasRead) {

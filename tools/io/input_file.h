@@ -7,14 +7,13 @@
 
 namespace tool {
 
-// Throws Failure for a file that is missing, unreadable, empty, too large, or neither a regular file nor a FIFO. Does
-// not open the file. Accepts "-", the standard input.
+// Throws Failure for a file that is missing, unreadable, empty, too large, or neither a regular file nor a FIFO.
+// Accepts "-", the standard input. Does not open the file.
 void requireReadable(const std::string& file);
 
-// Gives the library a path. Copies the standard input and FIFOs into memory first.
+// Gives the library a path. Copies the standard input and FIFOs into memory first. Throws as requireReadable() does.
 class InputFile {
  public:
-  // Throws Failure as requireReadable() does.
   explicit InputFile(const std::string& name);
 
   // Valid while this object lives.
