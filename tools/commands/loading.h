@@ -1,7 +1,6 @@
 // Functions shared by the commands that load descriptions and print them.
 #pragma once
 
-#include "commands/command_line.h"
 #include "commands/running.h"
 #include "description/description.h"
 #include "io/standard_streams.h"
@@ -9,6 +8,7 @@
 
 #include <iostream>
 #include <string>
+#include <type_traits>
 
 namespace tool {
 
