@@ -21,7 +21,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(i386_libraries ${i386_root}/usr/lib/i386-linux-gnu)
 file(STRINGS ${i386_runner_file} i386_runner)
 if(i386_runner STREQUAL qemu-user)
-  set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/qemu-i386 -L ${i386_root} -E GCONV_PATH=/usr/lib/i386-linux-gnu/gconv)
+  set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/qemu-i386 -L ${i386_root} -E GCONV_PATH=/usr/lib/i386-linux-gnu/gconv
+    -E EMULATED=1)
 else()
   set(CMAKE_CROSSCOMPILING_EMULATOR
       /usr/bin/env GCONV_PATH=${i386_libraries}/gconv
