@@ -106,8 +106,7 @@ std::optional<std::u16string> decoded(std::string_view bytes) {
     if (length <= size) {
       appendPoint(text, static_cast<char32_t>(point));
     }
-    return length == 0 && point == 0 ? 1
-                                     : length;  // some sequences stand for two characters: the second takes no bytes
+    return length == 0 && point == 0 ? 1 : length;  // 0 is NUL, or the second of two characters
   };
   while (!bytes.empty()) {
     const std::size_t length = append(bytes.data(), bytes.size());
