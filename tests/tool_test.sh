@@ -148,6 +148,8 @@ if ! grep -qF $'\r\e[K51 of 51: mistakes.xml\r\e[K\e[1mmistakes.xml:2:4:\e[m \e[
   [ "$(cat shown1 showndumb | grep -cF $'\e[Kmistakes.xml:2:4: warning: the type')" != 2 ]; then
   fail 'the progress line differs'
 fi
+script -qec 'qzjexxml encrypt -o - b.xml' /dev/null </dev/null >shown || true
+grep -qF 'standard output: is a terminal' shown || fail 'encrypt writes to a terminal'
 truncate -s 51M long
 script -qec 'qzjexxml check long' /dev/null </dev/null >shown || true
 grep -qF '1 of 1: long' shown || fail 'a long file shows no progress'

@@ -1,6 +1,5 @@
 // qzjexxml: the library's functions as commands.
 #include "commands/command_line.h"
-#include "io/messages.h"
 #include "io/standard_streams.h"
 
 #include <fcntl.h>

@@ -129,9 +129,10 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
       arguments.emplace_back("--help");
     }
   }
-  const auto empty =
-      std::ranges::find_if(arguments, [](const auto& word) { return word.starts_with("--") && word.ends_with('='); });
-  if (empty != arguments.end()) {
+  const auto end = std::ranges::find(arguments, "--");  // of the options
+  const auto isEmpty = [](const std::string& word) { return word.starts_with("--") && word.ends_with('='); };
+  const auto empty = std::find_if(arguments.begin(), end, isEmpty);
+  if (empty != end) {
     std::cerr << "qzjexxml: " << escapeForTerminal(*empty) << " has no value\n";
     return wrongUsage;
   }

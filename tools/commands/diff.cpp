@@ -7,8 +7,6 @@
 #include "io/terminal_text.h"
 #include "manifest/populate_kiv_data.h"
 
-#include <qzjexxml/kiv_data.h>
-
 #include <algorithm>
 #include <deque>
 #include <iostream>

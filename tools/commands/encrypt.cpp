@@ -31,9 +31,6 @@ static ExitStatus encrypt(const std::string& file, const std::string& target, bo
     return report(file, "cannot be encrypted", diagnostics);
   }
   SafeOutput output(target, force);
-  if (isatty(output.descriptor()) == 1) {
-    throw Failure("is a terminal; redirect it, or name a file", target == "-" ? "standard output" : target);
-  }
   output.write({ciphertext.data, ciphertext.length});
   ciphertext.clear();
   SecretByteArray again;
@@ -68,6 +65,8 @@ static ExitStatus checkOutputs(const Options& options) {
     if (target != "-") {
       requireNotAnInput(target, inputs);
       requireReplaceable(target, options.force);
+    } else if (isatty(STDOUT_FILENO) == 1) {
+      throw Failure("is a terminal; redirect it, or name a file", "standard output");
     }
     return allGood;
   });

@@ -1,7 +1,6 @@
 #include "commands/running.h"
 
 #include "document/xerces_session.h"
-#include "io/messages.h"
 #include "io/standard_streams.h"
 
 #include <algorithm>

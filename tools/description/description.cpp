@@ -130,11 +130,14 @@ void Description::writeFindings(JsonWriter& json) const {
 }
 
 ExitStatus Description::reportUnloadable() const {
-  return !input ? tool::report(file, findings.front().text) : tool::report(file, "cannot be loaded", diagnosticsOf([&] {
-                                                                             KIVData* record = nullptr;
-                                                                             InitKIVData(input->path(), &record);
-                                                                             TermKIVData(&record);
-                                                                           }));
+  if (findings.front().rule == Rule::unreadable) {
+    return tool::report(file, findings.front().text);
+  }
+  return tool::report(file, "cannot be loaded", diagnosticsOf([&] {
+                        KIVData* record = nullptr;
+                        InitKIVData(input->path(), &record);
+                        TermKIVData(&record);
+                      }));
 }
 
 std::string Description::placeOf(const Position& position) const {
